@@ -1,0 +1,79 @@
+#ifndef KVSYNCCORE_COMMANDINTERFACE_H
+#define KVSYNCCORE_COMMANDINTERFACE_H
+
+#include <QtCore/QList>
+#include <QtCore/QObject>
+#include <QtCore/QString>
+#include <QtCore/QVariant>
+#include <QtCore/QVersionNumber>
+
+namespace KvSyncCore {
+class DeviceController;
+}
+
+/// What the core asks a command plug-in's root object for.
+#define CommandInterface_iid "Veltrano.CommandInterface_v1.0.0.20200424"
+
+/// The root object of a command plug-in: the scanner's high-level functions.
+///
+/// The root class has CommandInterface as its first base, names it in Q_INTERFACES and carries
+/// Q_PLUGIN_METADATA(IID CommandInterface_iid). The order of the virtual operations is a binary
+/// contract, counted after QObject's eleven: no overloads, nothing inserted, nothing after
+/// `execute`.
+///
+/// The core creates one object for each plug-in and version line, never deletes it and never
+/// unloads the plug-in. It calls from whatever thread the host calls from and takes no lock. What
+/// an operation throws reaches the host unchanged; KvSyncTool::Exception is the type that hosts
+/// expect.
+///
+/// A handle is the 64-bit number that openDevices answered with; one that the host did not give as
+/// a number arrives as 0. Names, maps and lists mean what the plug-in says they mean.
+class CommandInterface : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit CommandInterface(QObject *parent = nullptr)
+        : QObject(parent)
+    {
+    }
+
+    /// Overrides QObject's; adds no slot.
+    ~CommandInterface() override = default;
+
+    /// Receives the way to the device side, after every loadCommandPlugin, again too when the
+    /// plug-in was loaded before. The controller belongs to the SyncCore and dies with it: do not
+    /// use it afterwards.
+    virtual void setDeviceController(KvSyncCore::DeviceController *controller) = 0;
+
+    /// The devices that are open or can be opened.
+    virtual QVariantList getRunningDevList() = 0;
+    /// Opens the device that `parameters` describe; answers with its handle.
+    virtual qint64 openDevices(const QVariantMap &parameters) = 0;
+    virtual void closeDevices(qint64 handle) = 0;
+    virtual void resetDevices(qint64 handle) = 0;
+    virtual QVariant getProperty(qint64 handle, const QString &name, const QVariant &value) = 0;
+    virtual void setProperty(qint64 handle, const QString &name, const QVariant &value) = 0;
+    virtual void resetInterface(qint64 handle, const QString &name) = 0;
+    virtual void setFlagBitInterface(qint64 handle, const QString &name, bool flag) = 0;
+    virtual void project(qint64 handle, const QString &pattern) = 0;
+    /// Takes images of the named kind; answers with one element an image.
+    virtual QVariantList captureImage(qint64 handle, const QString &kind,
+                                      const QVariantMap &parameters) = 0;
+    virtual void turntableRotate(qint64 handle, const QString &name, const QVariantMap &parameters,
+                                 bool flag) = 0;
+    /// Everything that has no function of its own.
+    virtual QVariant execute(qint64 handle, const QString &command,
+                             const QVariantList &arguments) = 0;
+
+Q_SIGNALS:
+    /// An event. The core relays all five arguments untouched, on the emitting thread. Whoever
+    /// connects queued by text calls qRegisterMetaType<QVersionNumber>() first: Qt learns the type
+    /// only when it is asked for. The name "verion" is known to tools that read it: keep it.
+    void sendSignals(bool isPub, QString pluginName, QString signalName, QVariantList list,
+                     QVersionNumber verion);
+};
+
+Q_DECLARE_INTERFACE(CommandInterface, CommandInterface_iid)
+
+#endif

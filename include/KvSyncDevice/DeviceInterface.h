@@ -1,0 +1,65 @@
+#ifndef KVSYNCDEVICE_DEVICEINTERFACE_H
+#define KVSYNCDEVICE_DEVICEINTERFACE_H
+
+#include "KvSyncDevice/Visibility.h"
+#include "KvSyncTool/ErrorCode.h"
+
+#include <QtCore/QFlags>
+#include <QtCore/QMap>
+#include <QtCore/QString>
+#include <QtCore/QVariant>
+
+namespace BaseDeviceSpace {
+
+/// Kind of a device; a device may be several at once.
+enum DeviceType : int {
+    CameraDevice = 0x01,
+    ProjectorDevice = 0x02,
+    MotorDevice = 0x04,
+    ControllerDevice = 0x08,
+};
+Q_DECLARE_FLAGS(DeviceTypes, DeviceType)
+Q_DECLARE_OPERATORS_FOR_FLAGS(DeviceTypes)
+
+/// What every device of a device plug-in offers.
+///
+/// A device class derives from this and from each capability interface that it offers, and from no
+/// capability that it lacks: the core finds capabilities by cross-cast. The order of the virtual
+/// operations is a binary contract; it never changes.
+///
+/// Any thread may call, several at once; the core holds no lock around a call. The plug-in
+/// serialises what it must. An ErrorCode reaches the caller unchanged, codes of the plug-in's own
+/// included; an exception passes through the core.
+class KVSYNC_SHARED_TYPE DeviceInterface
+{
+public:
+    /// The device's name, for people.
+    virtual QString name() = 0;
+
+    /// The kinds that the device belongs to.
+    virtual QFlags<DeviceType> types() = 0;
+
+    /// Holds its place; never called by the core.
+    virtual void deviceReserved1() {}
+
+    /// Connects the device that stands at `index` (from 0) of the plug-in's own list.
+    virtual ErrorCode connectDeviceByIndex(int index) = 0;
+
+    /// Hold their places; never called by the core.
+    virtual void deviceReserved2() {}
+    virtual void deviceReserved3() {}
+
+    /// Fills `values` with what is known under `property`. The core neither clears nor reads it.
+    virtual ErrorCode getProperty(const QString &property, QMap<QString, QVariant> &values) = 0;
+
+    /// Sets `property` from `values`. Names, keys and units are the plug-in's.
+    virtual ErrorCode setProperty(const QString &property,
+                                  const QMap<QString, QVariant> &values) = 0;
+
+    /// Last, so that it takes no place of the operations above.
+    virtual ~DeviceInterface() = default;
+};
+
+} // namespace BaseDeviceSpace
+
+#endif

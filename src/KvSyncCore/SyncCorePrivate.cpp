@@ -1,0 +1,58 @@
+#include "SyncCorePrivate.h"
+
+#include "KvSyncTool/Exception.h"
+#include "PluginFile.h"
+
+namespace KvSyncCore {
+
+SyncCorePrivate::SyncCorePrivate()
+    : deviceController(&deviceManager)
+{
+}
+
+SyncCorePrivate::~SyncCorePrivate() = default;
+
+void SyncCorePrivate::init(const QString &commandPluginDir, const QString &devicePluginDir)
+{
+    const bool differ = QString::compare(commandPluginDir, devicePluginDir, Qt::CaseSensitive) != 0;
+    if (!differ || commandPluginDir.isEmpty() || devicePluginDir.isEmpty()) {
+        // Two blanks after the first "path"; hosts compare the text.
+        throw KvSyncTool::Exception(
+            InvalidParameter,
+            QString::asprintf("Plug-in path  %s and Plug-in path %s cannot be the same or null",
+                              commandPluginDir.toLatin1().constData(),
+                              devicePluginDir.toLatin1().constData()));
+    }
+    deviceManager.setPluginDirPath(devicePluginDir);
+    commandManager.setPluginDirPath(commandPluginDir);
+}
+
+void SyncCorePrivate::loadCommandPlugin(const QString &pluginName, const QVersionNumber &version)
+{
+    CommandInterface *const plugin = commandManager.load(pluginName, version);
+    if (!plugin) {
+        throw KvSyncTool::Exception(PluginLoadFailed,
+                                    PluginFile::key(pluginName, version) +
+                                        QStringLiteral(" is not a command plug-in"));
+    }
+    plugin->setDeviceController(&deviceController);
+    // Not unique: n calls make each event arrive n times, and hosts depend on it. By text, since
+    // plug-ins carry a meta-object of their own.
+    QObject::connect(plugin, "2sendSignals(bool, QString, QString, QVariantList, QVersionNumber)",
+                     this, "2sendSignals(bool, QString, QString, QVariantList, QVersionNumber)",
+                     Qt::DirectConnection);
+}
+
+CommandInterface *SyncCorePrivate::getCommandPlugin(const QString &pluginName,
+                                                    const QVersionNumber &version)
+{
+    return commandManager.getCommandInterface(pluginName, version);
+}
+
+QVariant SyncCorePrivate::execute(const QString &pluginName, const QString &funcName,
+                                  const QList<QVariant> &args, const QVersionNumber &version)
+{
+    return commandManager.execute(pluginName, funcName, args, version);
+}
+
+} // namespace KvSyncCore

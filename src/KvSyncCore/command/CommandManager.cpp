@@ -1,0 +1,133 @@
+#include "command/CommandManager.h"
+
+#include "LeakChecker.h"
+#include "PluginFile.h"
+#include "command/Raise.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QPluginLoader>
+
+namespace KvSyncCore {
+
+namespace {
+
+// No cast at lookup: a command plug-in's root class has CommandInterface as its first base.
+CommandInterface *interfaceOf(const CommandPluginEntry &entry)
+{
+    return entry.isCommandPlugin ? static_cast<CommandInterface *>(entry.instance) : nullptr;
+}
+
+} // namespace
+
+void CommandManager::setPluginDirPath(const QString &path)
+{
+    if (path.isEmpty()) {
+        // The log carries the words, the exception none: callers depend on the empty text.
+        KVSYNC_CRITICAL << "plugin path is null";
+        throw KvSyncTool::Exception(InvalidParameter, QString());
+    }
+    pluginDirPath = path;
+}
+
+CommandInterface *CommandManager::load(const QString &name, const QVersionNumber &version)
+{
+    if (name.isEmpty() || version.isNull())
+        KVSYNC_RAISE(InvalidParameter, QStringLiteral("plugin name or version is null"));
+    return loadSpecifyVersionPlugin(name, version);
+}
+
+CommandInterface *CommandManager::loadSpecifyVersionPlugin(const QString &name,
+                                                           const QVersionNumber &version)
+{
+    if (isLoaded(name, version))
+        return getCommandInterface(name, version);
+
+    const QString directory = PluginFile::directory(pluginDirPath);
+    if (!QDir(directory).exists())
+        KVSYNC_RAISE(PathNotExist, PluginFile::noPathText(directory));
+    QStringList fileNames = PluginFile::list(directory, PluginFile::buildPattern(name, version));
+    if (fileNames.isEmpty())
+        KVSYNC_RAISE(PluginFileNotExist, PluginFile::noFileText(directory));
+    PluginFile::moveHighestBuildToFront(fileNames);
+
+    const QString filePath = QDir(directory).absoluteFilePath(fileNames.first());
+    // It says "device" though a command plug-in is loaded; log readers know the line so.
+    KVSYNC_DEBUG << "load device plugin " << filePath;
+    auto loader = std::make_unique<QPluginLoader>(filePath);
+    if (!loader->instance())
+        KVSYNC_RAISE(PluginLoadFailed, loader->errorString());
+    return store(name, version, fileNames.first(), std::move(loader));
+}
+
+CommandInterface *CommandManager::loadMaxVersionPlugin(const QString &name)
+{
+    const QString directory = PluginFile::directory(pluginDirPath);
+    if (!QDir(directory).exists())
+        KVSYNC_RAISE(PathNotExist, PluginFile::noPathText(directory));
+    QStringList fileNames = PluginFile::list(directory, PluginFile::versionPattern(name));
+    if (fileNames.isEmpty())
+        KVSYNC_RAISE(PluginFileNotExist, PluginFile::noFileText(directory));
+    PluginFile::moveHighestVersionToFront(fileNames);
+
+    const QString filePath = QDir(directory).absoluteFilePath(fileNames.first());
+    KVSYNC_DEBUG << "load device plugin " << filePath;
+    auto loader = std::make_unique<QPluginLoader>(filePath);
+    if (!loader->instance())
+        KVSYNC_RAISE(PluginLoadFailed, loader->errorString());
+    const QVersionNumber found = PluginFile::versionOf(fileNames.first());
+    return store(name, {found.majorVersion(), found.minorVersion()}, fileNames.first(),
+                 std::move(loader));
+}
+
+CommandInterface *CommandManager::getCommandInterface(const QString &name,
+                                                      const QVersionNumber &version)
+{
+    const QString key = lookupKey(name, version);
+    KVSYNC_DEBUG << "find " << key << " plugin";
+    const auto entry = plugins.constFind(key);
+    if (entry == plugins.constEnd())
+        KVSYNC_RAISE(PluginNotLoaded, key + QStringLiteral(" plugin is not exist"));
+    return interfaceOf(*entry);
+}
+
+bool CommandManager::isLoaded(const QString &name, const QVersionNumber &version) const
+{
+    return plugins.contains(PluginFile::key(name, version));
+}
+
+QVersionNumber CommandManager::maxLoadedVersion(const QString &name) const
+{
+    QVersionNumber highest;
+    for (const QVersionNumber &version : loadedVersions.value(name)) {
+        if (QVersionNumber::compare(highest, version) < 0)
+            highest = version;
+    }
+    return highest;
+}
+
+QString CommandManager::lookupKey(const QString &name, const QVersionNumber &version) const
+{
+    return PluginFile::key(name, version.isNull() ? maxLoadedVersion(name) : version);
+}
+
+void CommandManager::recordLoadedVersion(const QString &name, const QVersionNumber &version)
+{
+    loadedVersions[name].append(version);
+}
+
+CommandInterface *CommandManager::store(const QString &name, const QVersionNumber &version,
+                                        const QString &fileName,
+                                        std::unique_ptr<QPluginLoader> loader)
+{
+    QObject *const instance = loader->instance();
+    const bool isCommandPlugin = qobject_cast<CommandInterface *>(instance) != nullptr;
+    // Plug-ins stay loaded and their objects alive, beyond this manager too.
+    keepUntilProcessEnd(loader.get());
+    keepUntilProcessEnd(instance);
+    const CommandPluginEntry entry{fileName, instance, loader.release(), isCommandPlugin};
+    plugins.insert(PluginFile::key(name, version), entry);
+    recordLoadedVersion(name, version);
+    return interfaceOf(entry);
+}
+
+} // namespace KvSyncCore

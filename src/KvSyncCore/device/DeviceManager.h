@@ -1,0 +1,200 @@
+#ifndef KVSYNCCORE_DEVICEMANAGER_H
+#define KVSYNCCORE_DEVICEMANAGER_H
+
+#include "KvSyncDevice/CameraInterface.h"
+#include "KvSyncDevice/ControllerInterface.h"
+#include "KvSyncDevice/DeviceHandle.h"
+#include "KvSyncDevice/DeviceInterface.h"
+#include "KvSyncDevice/MotorInterface.h"
+#include "KvSyncDevice/ProjectorInterface.h"
+#include "KvSyncTool/ErrorCode.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QList>
+#include <QtCore/QMap>
+#include <QtCore/QPair>
+#include <QtCore/QReadWriteLock>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <QtCore/QVariant>
+#include <QtCore/QVector>
+#include <QtCore/QVersionNumber>
+
+#include <vector>
+
+class IFactory;
+class QPluginLoader;
+
+namespace KvSyncCore {
+
+/// One loaded device plug-in. The root object belongs to the loader, the loader to the record.
+struct DevicePluginRecord
+{
+    QString fileName; ///< bare file name
+    QObject *instance = nullptr;
+    QPluginLoader *loader = nullptr;
+};
+
+/// The device side in one class over several rooms: DeviceManager.cpp is the frame,
+/// DevicePlugins.cpp loading and registry, DeviceOperations.cpp the handle-checked calls, and
+/// directlink/ the one scanner that needs no plug-in. What each operation does stands at the
+/// operation of the same name in KvSyncCore/DeviceController.h.
+///
+/// No operation is a const member, and none is overloaded: their names in the log are compared.
+class DeviceManager
+{
+public:
+    DeviceManager();
+    ~DeviceManager();
+    DeviceManager(const DeviceManager &) = delete;
+    DeviceManager &operator=(const DeviceManager &) = delete;
+
+    /// A folder below the application's; nothing is looked up on disk here. `InvalidParameter` for
+    /// an empty name, which changes nothing. Not guarded by the lock: set it before loading.
+    ErrorCode setPluginDirPath(const QString &dir);
+
+    // Device plug-ins and their devices
+    ErrorCode loadDevicePlugin(const QString &pluginName, const QVersionNumber &version);
+    QPair<ErrorCode, int> enumDevice(const QString &pluginName, const QVersionNumber &version);
+    QPair<ErrorCode, qint64> createDevice(const QString &pluginName, const QVersionNumber &version);
+    ErrorCode deleteDevice(const DeviceHandle handle);
+    QPair<ErrorCode, QString> name(const DeviceHandle handle);
+    QPair<ErrorCode, QFlags<BaseDeviceSpace::DeviceType>> types(const DeviceHandle handle);
+
+    // Handle-checked operations of one device
+    ErrorCode connectDeviceByIndex(const DeviceHandle handle, int index);
+    ErrorCode getProperty(const DeviceHandle handle, const QString &property,
+                          QMap<QString, QVariant> &values);
+    ErrorCode setProperty(const DeviceHandle handle, const QString &property,
+                          const QMap<QString, QVariant> &values);
+    ErrorCode getExposureTimeRange(const DeviceHandle handle, unsigned int &minimumUs,
+                                   unsigned int &maximumUs, signed char selector);
+    ErrorCode getGainRange(const DeviceHandle handle, unsigned short &minimum,
+                           unsigned int &maximum, signed char selector);
+    ErrorCode getMaxImageSize(const DeviceHandle handle, unsigned int &width, unsigned int &height,
+                              signed char selector);
+    ErrorCode setInterestSize(const DeviceHandle handle, unsigned int width, unsigned int height,
+                              signed char selector);
+    ErrorCode getInterestSize(const DeviceHandle handle, unsigned int &width, unsigned int &height,
+                              signed char selector);
+    ErrorCode setAOIOffset(const DeviceHandle handle, unsigned int x, unsigned int y,
+                           signed char selector);
+    ErrorCode getAOIOffset(const DeviceHandle handle, unsigned int &x, unsigned int &y,
+                           signed char selector);
+    ErrorCode getPixelFormat(const DeviceHandle handle, CameraSpace::PixelFormatType &format,
+                             signed char selector);
+    ErrorCode setTriggerMode(const DeviceHandle handle, CameraSpace::TriggerMode mode,
+                             signed char selector);
+    ErrorCode getTriggerMode(const DeviceHandle handle, CameraSpace::TriggerMode &mode,
+                             signed char selector);
+    ErrorCode discardFrames(const DeviceHandle handle, signed char selector);
+    ErrorCode startStream(const DeviceHandle handle, signed char selector);
+    ErrorCode stopStream(const DeviceHandle handle, signed char selector);
+    ErrorCode updateFireware(const DeviceHandle handle, ControllerSpace::FirewareType type,
+                             const QByteArray &image);
+    ErrorCode sendCommand(const DeviceHandle handle, ControllerSpace::CmdType type,
+                          const QByteArray &payload);
+    ErrorCode readCommand(const DeviceHandle handle, ControllerSpace::CmdType type,
+                          QByteArray &answer);
+    ErrorCode lockCommandChannel(const DeviceHandle handle);
+    ErrorCode unlockCommandChannel(const DeviceHandle handle);
+    ErrorCode rotate(const DeviceHandle handle, const QList<MotorSpace::RotateInfo> &movements);
+    ErrorCode waitMotorStop(const DeviceHandle handle, const QList<MotorSpace::AxisType> &axes);
+    ErrorCode resetMotor(const DeviceHandle handle, const QList<MotorSpace::AxisType> &axes);
+    ErrorCode stopMotor(const DeviceHandle handle, const QList<MotorSpace::AxisType> &axes);
+    ErrorCode projectorPWM(const DeviceHandle handle, bool on);
+    ErrorCode currentProjectorPWM(const DeviceHandle handle, bool &on);
+    ErrorCode projectorLEDSwitch(const DeviceHandle handle, bool on);
+    ErrorCode currentProjectorLEDSwitch(const DeviceHandle handle, bool &on);
+    ErrorCode setProjectorLuminance(const DeviceHandle handle, unsigned char red,
+                                    unsigned char green, unsigned char blue);
+    ErrorCode getProjectorLuminance(const DeviceHandle handle, unsigned char &red,
+                                    unsigned char &green, unsigned char &blue);
+    ErrorCode scan(const DeviceHandle handle, ProjectorSpace::ScanType type, bool on);
+    ErrorCode writePatternToFlash(const DeviceHandle handle, ProjectorSpace::MajorPatternType major,
+                                  ProjectorSpace::SubPatternType sub, int index, int width,
+                                  int height, const QByteArray &pattern);
+
+    // Direct link: discovery and connection
+    ErrorCode connectDeviceBySerial(const DeviceHandle handle, const QString &serial);
+    ErrorCode reconnectDevice(const DeviceHandle handle);
+    ErrorCode disconnectDevice(const DeviceHandle handle);
+    ErrorCode isConnectedOnU3(const QString &deviceName, bool &connected);
+    ErrorCode getFirewareVersion(const QString &first, const QString &second, QString &version);
+    ErrorCode getCamerasInformation(const QString &deviceName, QStringList &serials,
+                                    QVector<int> &valuesA, QVector<int> &valuesB,
+                                    QVector<bool> &flags, int &count);
+    ErrorCode getCameraCount(const QString &deviceName, int &count);
+    ErrorCode getStatusDescriptionString(const int &status, QString &text);
+    ErrorCode getConnectCameraCount(int &count);
+    ErrorCode getCameraSerialNumber(const int &index, QString &serial);
+    ErrorCode getCameraResolution(const int &index, int &width, int &height);
+
+    // Direct link: scan session and command table
+    ErrorCode setScanCallback(const DeviceHandle handle, void *function, void *context);
+    ErrorCode setStatusCallback(const DeviceHandle handle, void *function, void *context);
+    ErrorCode startScan(QMap<QString, QVariant> &parameters);
+    ErrorCode stopScan();
+    ErrorCode executeCommand(const QString &command, QMap<QString, QVariant> &parameters);
+
+    // Direct link: settings
+    ErrorCode setGainAndExpo(const DeviceHandle handle, unsigned short gain, double exposure,
+                             signed char camera);
+    ErrorCode getGainAndExpo(const DeviceHandle handle, unsigned short &gain, double &exposure,
+                             signed char camera);
+    ErrorCode setExopsureTime(const DeviceHandle handle, double exposure, signed char camera);
+    ErrorCode getExposureTime(const DeviceHandle handle, double &exposure, signed char camera);
+    ErrorCode setGain(const DeviceHandle handle, unsigned short gain, signed char camera);
+    ErrorCode getGain(const DeviceHandle handle, unsigned short &gain, signed char camera);
+    ErrorCode setVideoTriggerPeriod(const int period);
+    ErrorCode getVideoTriggerPeriod(int &period);
+    ErrorCode setStrobeDutioRatio(const int &first, const int &second, const int &third);
+    ErrorCode getStrobeDutioRatio(int &first, int &second, int &third);
+    ErrorCode setProjectDutioRatio(const int ratio);
+    ErrorCode getProjectDutioRatio(int &ratio);
+    ErrorCode SetProjectorBrightness(int brightness);
+    ErrorCode getProjectorBrightness(int &brightness);
+    ErrorCode getLaserLineDutioRatio(int &ratio);
+    ErrorCode getIRLaserDutioRatio(int &ratio);
+    ErrorCode setDistanceIndicate(const int status);
+
+    // Direct link: capture, projection, user information
+    ErrorCode grabImage(const DeviceHandle handle, unsigned int route,
+                        QList<CameraSpace::ImageBlock *> &blocks);
+    ErrorCode writeCustomInfo(const DeviceHandle handle, unsigned int address,
+                              const QByteArray &data);
+    ErrorCode readCustomInfo(const DeviceHandle handle, unsigned int address, QByteArray &data);
+    ErrorCode project(const DeviceHandle handle, ProjectorSpace::MajorPatternType major,
+                      ProjectorSpace::SubPatternType sub);
+
+private:
+    bool isLoaded(const QString &name, const QVersionNumber &version);
+    IFactory *factoryOfPlugin(const QString &name, const QVersionNumber &version);
+    IFactory *factoryOfDevice(const DeviceHandle handle);
+    BaseDeviceSpace::DeviceInterface *device(const DeviceHandle handle);
+    QList<qint64> allHandles();
+    void deleteAllDevices();
+    void unloadAllPlugins();
+
+    template <typename Capability>
+    Capability *capability(const DeviceHandle handle);
+
+    // Direct link: what the scanner library was given and handed back. Strings are the library's.
+    void *libraryDevice = nullptr;
+    std::vector<char *> cameraSerials;
+    std::vector<int> cameraValuesA;
+    std::vector<int> cameraValuesB;
+    std::vector<bool> cameraFlags;
+
+    // Read for lookups, write for insertion and removal; never held while plug-in code runs.
+    QReadWriteLock registryLock;
+    QMap<qint64, QString> devices;             ///< device handle to plug-in key
+    QMap<QString, DevicePluginRecord> plugins; ///< by plug-in key
+
+    QString pluginDirPath = QStringLiteral("Device");
+    int colorMode = 0; ///< as the last startScan was told, also when it ran without colour
+};
+
+} // namespace KvSyncCore
+
+#endif

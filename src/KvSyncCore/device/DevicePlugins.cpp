@@ -1,0 +1,228 @@
+#include "GlogChannel.h"
+#include "KvSyncDevice/IFactory.h"
+#include "LeakChecker.h"
+#include "LogChannels.h"
+#include "PluginFile.h"
+#include "device/DeviceManager.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QPluginLoader>
+
+#include <memory>
+#include <new>
+
+namespace KvSyncCore {
+
+using BaseDeviceSpace::DeviceInterface;
+using BaseDeviceSpace::DeviceType;
+
+namespace {
+
+const char nameOrVersionNull[] = "plugin name or version is null";
+
+// A handle is the device's address taken as a number.
+qint64 handleOf(const DeviceInterface *device)
+{
+    return static_cast<qint64>(reinterpret_cast<quintptr>(device));
+}
+
+DeviceInterface *deviceOf(const DeviceHandle handle)
+{
+    return reinterpret_cast<DeviceInterface *>(static_cast<quintptr>(handle));
+}
+
+QString notLoadedText(const QString &name, const QVersionNumber &version)
+{
+    // Name and version stand together without a separator; log readers know the line so.
+    return QStringLiteral("The ") + name + version.toString() + QStringLiteral(" is not exist");
+}
+
+} // namespace
+
+ErrorCode DeviceManager::loadDevicePlugin(const QString &pluginName, const QVersionNumber &version)
+{
+    if (pluginName.isEmpty() || version.isNull()) {
+        KVSYNC_CRITICAL << nameOrVersionNull;
+        KVSYNC_GLOG_ERROR << nameOrVersionNull;
+        // enumDevice and createDevice have a code of their own for this; callers tell them apart.
+        return InvalidParameter;
+    }
+    if (isLoaded(pluginName, version))
+        return Success;
+
+    const QString directory = PluginFile::directory(pluginDirPath);
+    if (!QDir(directory).exists()) {
+        const QString text = PluginFile::noPathText(directory);
+        KVSYNC_CRITICAL << text;
+        KVSYNC_GLOG_ERROR << text.toStdString();
+        return PathNotExist;
+    }
+    QStringList fileNames =
+        PluginFile::list(directory, PluginFile::buildPattern(pluginName, version));
+    if (fileNames.isEmpty()) {
+        KVSYNC_CRITICAL << PluginFile::noFileText(directory);
+        return PluginFileNotExist;
+    }
+    PluginFile::moveHighestBuildToFront(fileNames);
+
+    const QString filePath = QDir(directory).absoluteFilePath(fileNames.first());
+    KVSYNC_GLOG_INFO << "load device plugin " << filePath.toStdString();
+    KVSYNC_DEBUG << "load device plugin " << filePath;
+    std::unique_ptr<QPluginLoader> loader(new (std::nothrow) QPluginLoader(filePath));
+    if (!loader) {
+        KVSYNC_CRITICAL << "new QPluginLoader object failed";
+        // INFO, unlike every other failure: log readers know the line so.
+        KVSYNC_GLOG_INFO << "new QPluginLoader object failed";
+        return DeviceOperationFailed;
+    }
+    QObject *const instance = loader->instance();
+    if (!instance) {
+        const QString text = loader->errorString();
+        KVSYNC_CRITICAL << text;
+        KVSYNC_GLOG_ERROR << text.toStdString();
+        return PluginLoadFailed;
+    }
+
+    const QWriteLocker locker(&registryLock);
+    DevicePluginRecord &record = plugins[PluginFile::key(pluginName, version)];
+    // Another thread may have loaded the same plug-in meanwhile: its loader stays alive.
+    keepUntilProcessEnd(record.loader);
+    record = {fileNames.first(), instance, loader.release()};
+    return Success;
+}
+
+QPair<ErrorCode, int> DeviceManager::enumDevice(const QString &pluginName,
+                                                const QVersionNumber &version)
+{
+    if (pluginName.isEmpty() || version.isNull()) {
+        KVSYNC_CRITICAL << nameOrVersionNull;
+        KVSYNC_GLOG_ERROR << nameOrVersionNull;
+        return {PluginNameOrVersionNull, 0};
+    }
+    IFactory *const factory = factoryOfPlugin(pluginName, version);
+    if (!factory) {
+        const QString text = notLoadedText(pluginName, version);
+        KVSYNC_GLOG_INFO << text.toStdString();
+        KVSYNC_CRITICAL << text;
+        return {PluginNotLoaded, 0};
+    }
+    return {Success, factory->enumDevices()};
+}
+
+QPair<ErrorCode, qint64> DeviceManager::createDevice(const QString &pluginName,
+                                                     const QVersionNumber &version)
+{
+    if (pluginName.isEmpty() || version.isNull()) {
+        KVSYNC_CRITICAL << nameOrVersionNull;
+        KVSYNC_GLOG_ERROR << nameOrVersionNull;
+        return {PluginNameOrVersionNull, 0};
+    }
+    IFactory *const factory = factoryOfPlugin(pluginName, version);
+    if (!factory) {
+        KVSYNC_CRITICAL << notLoadedText(pluginName, version);
+        return {PluginNotLoaded, 0};
+    }
+    const qint64 handle = handleOf(factory->createDevice());
+    const QWriteLocker locker(&registryLock);
+    devices.insert(handle, PluginFile::key(pluginName, version));
+    return {Success, handle};
+}
+
+ErrorCode DeviceManager::deleteDevice(const DeviceHandle handle)
+{
+    DeviceInterface *target = device(handle);
+    if (!target) {
+        KVSYNC_CRITICAL << "handle is invalid";
+        return HandleInvalid;
+    }
+    IFactory *const factory = factoryOfDevice(handle);
+    if (!factory) {
+        KVSYNC_CRITICAL << "The handle is invalid";
+        return HandleInvalid;
+    }
+    const ErrorCode result = factory->destroyDevice(target);
+    if (result != Success)
+        return result;
+    // The key is the pointer as the plug-in left it: one that clears it stays registered, and
+    // callers depend on it.
+    const QWriteLocker locker(&registryLock);
+    devices.remove(handleOf(target));
+    return Success;
+}
+
+QPair<ErrorCode, QString> DeviceManager::name(const DeviceHandle handle)
+{
+    DeviceInterface *const target = device(handle);
+    if (!target) {
+        KVSYNC_CRITICAL << "The handle is invalid";
+        return {HandleInvalid, QString()};
+    }
+    return {Success, target->name()};
+}
+
+QPair<ErrorCode, QFlags<DeviceType>> DeviceManager::types(const DeviceHandle handle)
+{
+    DeviceInterface *const target = device(handle);
+    if (!target) {
+        KVSYNC_CRITICAL << "The handle is invalid";
+        return {HandleInvalid, QFlags<DeviceType>()};
+    }
+    return {Success, target->types()};
+}
+
+bool DeviceManager::isLoaded(const QString &name, const QVersionNumber &version)
+{
+    const QReadLocker locker(&registryLock);
+    return plugins.contains(PluginFile::key(name, version));
+}
+
+// The cast asks the root object's qt_metacast, which is plug-in code: never under the lock.
+
+IFactory *DeviceManager::factoryOfPlugin(const QString &name, const QVersionNumber &version)
+{
+    QObject *instance = nullptr;
+    {
+        const QReadLocker locker(&registryLock);
+        instance = plugins.value(PluginFile::key(name, version)).instance;
+    }
+    return qobject_cast<IFactory *>(instance);
+}
+
+IFactory *DeviceManager::factoryOfDevice(const DeviceHandle handle)
+{
+    QObject *instance = nullptr;
+    {
+        const QReadLocker locker(&registryLock);
+        instance = plugins.value(devices.value(handle)).instance;
+    }
+    return qobject_cast<IFactory *>(instance);
+}
+
+DeviceInterface *DeviceManager::device(const DeviceHandle handle)
+{
+    const QReadLocker locker(&registryLock);
+    return devices.contains(handle) ? deviceOf(handle) : nullptr;
+}
+
+QList<qint64> DeviceManager::allHandles()
+{
+    const QReadLocker locker(&registryLock);
+    return devices.keys();
+}
+
+void DeviceManager::deleteAllDevices()
+{
+    for (const qint64 handle : allHandles())
+        deleteDevice(handle);
+}
+
+void DeviceManager::unloadAllPlugins()
+{
+    for (const DevicePluginRecord &record : qAsConst(plugins)) {
+        record.loader->unload();
+        delete record.loader;
+    }
+    plugins.clear();
+}
+
+} // namespace KvSyncCore
