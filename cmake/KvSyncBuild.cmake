@@ -36,7 +36,9 @@ function(kvsync_configure_target target)
   else()
     target_compile_options(${target} PRIVATE
       -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align
-      -Wformat=2 -Wimplicit-fallthrough -Wnull-dereference -Wunused
+      -Wformat=2 -Wimplicit-fallthrough -Wunused
+      # Qt's logging macros leave their variable arguments out.
+      $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>
       $<$<BOOL:${KVSYNC_WARNINGS_AS_ERRORS}>:-Werror>)
   endif()
   if(WIN32)

@@ -9,13 +9,16 @@
 # (device) below OUTPUT_DIRECTORY, by default the folder of the executables. The target is called
 # NAME unless TARGET says otherwise.
 
-function(kvsync_add_command_plugin)
+# Macros, so that Qt is found in the caller's own scope, where its moc is looked for.
+macro(kvsync_add_command_plugin)
+  find_package(Qt5 5.15 REQUIRED COMPONENTS Core)
   _kvsync_add_plugin(Logic KvSync::KvSyncCore ${ARGN})
-endfunction()
+endmacro()
 
-function(kvsync_add_device_plugin)
+macro(kvsync_add_device_plugin)
+  find_package(Qt5 5.15 REQUIRED COMPONENTS Core)
   _kvsync_add_plugin(Device KvSync::DeviceContract ${ARGN})
-endfunction()
+endmacro()
 
 function(_kvsync_add_plugin folder contract)
   cmake_parse_arguments(PARSE_ARGV 2 arg "" "NAME;VERSION;BUILD;TARGET;OUTPUT_DIRECTORY" "SOURCES")

@@ -3,8 +3,7 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 
-namespace KvSyncCore {
-namespace PluginFile {
+namespace KvSyncCore::PluginFile {
 
 namespace {
 
@@ -91,5 +90,4 @@ void moveHighestVersionToFront(QStringList &fileNames)
     moveHighestToFront(fileNames, versionOf);
 }
 
-} // namespace PluginFile
-} // namespace KvSyncCore
+} // namespace KvSyncCore::PluginFile

@@ -5,11 +5,9 @@
 #include <QtCore/QStringList>
 #include <QtCore/QVersionNumber>
 
-namespace KvSyncCore {
-
 // Plug-in files are called <name>.<major>.<minor>.<build>.dll, on every platform. A name that holds
 // a dot shifts the numbers; authors know it, and callers depend on it.
-namespace PluginFile {
+namespace KvSyncCore::PluginFile {
 
 /// "%s.%d.%d" of name, major and minor; a missing segment counts as 0. The name goes through
 /// Latin-1, like every text that is formatted here.
@@ -37,7 +35,6 @@ QVersionNumber versionOf(const QString &fileName);
 void moveHighestBuildToFront(QStringList &fileNames);
 void moveHighestVersionToFront(QStringList &fileNames);
 
-} // namespace PluginFile
-} // namespace KvSyncCore
+} // namespace KvSyncCore::PluginFile
 
 #endif

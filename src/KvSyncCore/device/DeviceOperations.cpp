@@ -19,9 +19,9 @@ Capability *DeviceManager::capability(const DeviceHandle handle)
 // The one shape of every operation below. A macro, for the operation's signature in the log.
 #define KVSYNC_CALL_DEVICE(Capability, invalidHandleText, call)                                    \
     do {                                                                                           \
-        Capability *const target = capability<Capability>(handle);                                 \
+        auto *const target = capability<Capability>(handle);                                       \
         if (!target) {                                                                             \
-            KVSYNC_CRITICAL << invalidHandleText;                                                  \
+            KVSYNC_CRITICAL << (invalidHandleText);                                                \
             return HandleInvalid;                                                                  \
         }                                                                                          \
         return target->call;                                                                       \

@@ -1,0 +1,13 @@
+#!/usr/bin/env bash
+# Builds and runs every benchmark. Compare figures within one run only: machines are noisy.
+# Usage: scripts/bench.sh [benchmark options, such as --benchmark_filter=REGEX]
+set -euo pipefail
+cd "$(dirname "$(readlink -f "$0")")/.."
+
+scripts/setup.sh
+cmake --preset release >/dev/null
+cmake --build --preset release -j "$(nproc)"
+for benchmark in build/release/benchmarks/*Benchmark; do
+    echo "== ${benchmark##*/}"
+    "$benchmark" "$@"
+done

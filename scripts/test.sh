@@ -1,0 +1,66 @@
+#!/usr/bin/env bash
+# Builds and runs the tests on this machine, setting it up first.
+# Usage: scripts/test.sh [native|sanitizers|windows|all]   (default: native)
+set -euo pipefail
+cd "$(dirname "$(readlink -f "$0")")/.."
+# shellcheck source=scripts/lib/common.sh
+. scripts/lib/common.sh
+
+jobs=$(nproc)
+export CMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER-ccache}
+
+# build PRESET [cmake options...]
+build() {
+    local preset=$1
+    shift
+    echo "== $preset: build"
+    cmake --preset "$preset" "$@" >"build-$preset.log" 2>&1 || {
+        cat "build-$preset.log"
+        return 1
+    }
+    rm -f "build-$preset.log"
+    cmake --build --preset "$preset" -j "$jobs"
+}
+
+# run_tests PRESET
+run_tests() {
+    echo "== $1: tests"
+    ctest --test-dir "build/$1" -j "$jobs" --output-on-failure --no-tests=error
+}
+
+native() {
+    scripts/setup.sh
+    build dev
+    scripts/check.sh build/dev
+    run_tests dev
+}
+
+sanitizers() {
+    scripts/setup.sh
+    build asan
+    run_tests asan
+    build tsan "-DCMAKE_PREFIX_PATH=$(scripts/setup-tsan.sh --print-prefix)"
+    run_tests tsan
+}
+
+windows() {
+    scripts/setup.sh
+    . scripts/lib/wine.sh
+    build windows "-DKVSYNC_WINDOWS_PREFIX=$(scripts/setup-windows.sh --print-prefix)"
+    run_tests windows
+}
+
+case ${1:-native} in
+    native) native ;;
+    sanitizers) sanitizers ;;
+    windows) windows ;;
+    all)
+        native
+        sanitizers
+        windows
+        ;;
+    *)
+        echo "usage: scripts/test.sh [native|sanitizers|windows|all]" >&2
+        exit 2
+        ;;
+esac
