@@ -1,5 +1,7 @@
 #include "support/LogCapture.h"
 
+#include <gmock/gmock.h>
+
 #include <algorithm>
 #include <iterator>
 
@@ -77,6 +79,14 @@ LogLine glogInfoLine(const QString &text)
 LogLine glogErrorLine(const QString &text)
 {
     return {Channel::GlogError, text, {}, {}, {}, 0};
+}
+
+void expectWrittenBy(const LogLine &line, const std::string &operation, const std::string &fileName)
+{
+    EXPECT_EQ(line.category, QStringLiteral("KvSyncTool")) << line;
+    EXPECT_THAT(line.function.toStdString(), ::testing::HasSubstr(operation)) << line;
+    EXPECT_THAT(line.file.toStdString(), ::testing::EndsWith('/' + fileName)) << line;
+    EXPECT_GT(line.line, 0) << line;
 }
 
 LogCapture::LogCapture()

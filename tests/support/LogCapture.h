@@ -7,6 +7,7 @@
 #include <glog/logging.h>
 
 #include <ostream>
+#include <string>
 #include <vector>
 
 namespace KvSyncTest {
@@ -36,6 +37,11 @@ LogLine debugLine(const QString &text);
 LogLine criticalLine(const QString &text);
 LogLine glogInfoLine(const QString &text);
 LogLine glogErrorLine(const QString &text);
+
+/// Fails unless a Qt line stands in the system's one category and was written in `fileName`, by an
+/// operation whose full signature holds `operation`, such as "KvSyncCore::SyncCore::init(".
+void expectWrittenBy(const LogLine &line, const std::string &operation,
+                     const std::string &fileName);
 
 /// Collects every line of both channels, in order, while it lives. One at a time; lines may come
 /// from any thread.
