@@ -16,13 +16,14 @@ else()
   list(APPEND options "-DCMAKE_CXX_COMPILER=${COMPILER}")
 endif()
 
+if(SANITIZERS)
+  list(APPEND options "-DCMAKE_CXX_FLAGS=-fsanitize=${SANITIZERS}")
+endif()
+
 set(prefixes ${PREFIX_PATH})
 if(MODE STREQUAL "InstalledSdk")
   run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${WORK_DIR}/sdk")
   list(PREPEND prefixes "${WORK_DIR}/sdk")
-  if(SANITIZERS)
-    list(APPEND options "-DCMAKE_CXX_FLAGS=-fsanitize=${SANITIZERS}")
-  endif()
   list(APPEND options "-DKvSyncCore_ROOT=${WORK_DIR}/sdk")
 else()
   list(APPEND options "-DKVSYNC_SOURCE_DIR=${SOURCE_DIR}" "-DKVSYNC_SANITIZERS=${SANITIZERS}"

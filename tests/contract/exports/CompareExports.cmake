@@ -26,8 +26,6 @@ string(REGEX MATCHALL "[^\n]+" names "${names}")
 # and go with the optimiser.
 list(FILTER names EXCLUDE REGEX "^(typeinfo|typeinfo name|vtable) for ([A-Za-z]+Space::[A-Za-z]+Interface|IFactory)$")
 list(FILTER names EXCLUDE REGEX "std::")
-# The sanitizers' and profilers' own.
-list(FILTER names EXCLUDE REGEX "^_?_(asan|odr|tsan|ubsan|sancov|start|stop)_|^__.*(asan|odr)")
 list(REMOVE_DUPLICATES names)
 list(SORT names)
 list(JOIN names "\n" actual)
