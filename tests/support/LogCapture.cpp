@@ -85,7 +85,7 @@ void expectWrittenBy(const LogLine &line, const std::string &operation, const st
 {
     EXPECT_EQ(line.category, QStringLiteral("KvSyncTool")) << line;
     EXPECT_THAT(line.function.toStdString(), ::testing::HasSubstr(operation)) << line;
-    EXPECT_THAT(line.file.toStdString(), ::testing::EndsWith('/' + fileName)) << line;
+    EXPECT_THAT(line.file.toStdString(), ::testing::EndsWith(fileName)) << line;
     EXPECT_GT(line.line, 0) << line;
 }
 
