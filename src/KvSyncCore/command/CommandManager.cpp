@@ -7,6 +7,8 @@
 #include <QtCore/QDir>
 #include <QtCore/QPluginLoader>
 
+#include <algorithm>
+
 namespace KvSyncCore {
 
 namespace {
@@ -97,12 +99,10 @@ bool CommandManager::isLoaded(const QString &name, const QVersionNumber &version
 
 QVersionNumber CommandManager::maxLoadedVersion(const QString &name) const
 {
-    QVersionNumber highest;
-    for (const QVersionNumber &version : loadedVersions.value(name)) {
-        if (QVersionNumber::compare(highest, version) < 0)
-            highest = version;
-    }
-    return highest;
+    // Not counted up from the null version, which is higher than a version below zero.
+    const QList<QVersionNumber> versions = loadedVersions.value(name);
+    const auto highest = std::max_element(versions.begin(), versions.end());
+    return highest == versions.end() ? QVersionNumber() : *highest;
 }
 
 QString CommandManager::lookupKey(const QString &name, const QVersionNumber &version) const

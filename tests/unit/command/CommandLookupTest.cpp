@@ -74,6 +74,8 @@ const LoadOrder loadOrders[] = {
     {{{2, 3}, {1, 0}}, {2, 3}},
     {{{1, 9}, {1, 10}, {1, 2}}, {1, 10}},
     {{{1}, {1, 0, 5}, {0, 9}}, {1, 0}},
+    {{{-2, 1}}, {-2, 1}},
+    {{{-2, 1}, {-1}}, {-1}},
 };
 INSTANTIATE_TEST_SUITE_P(LoadOrders, NullVersion, ::testing::ValuesIn(loadOrders));
 
