@@ -1,0 +1,263 @@
+// Discovery and connection.
+#include "Request.h"
+#include "Texts.h"
+
+#include <algorithm>
+#include <cstring>
+
+using namespace Tessel3SyncSimulator;
+
+namespace {
+
+constexpr const char *scannerName = "KV-SIM-0001";
+constexpr const char *scanningMode = "SPECKLE";
+constexpr const char *firmwareVersion = "KV-SIM 1.0.0";
+
+/// What stands in a camera's place in the lists: its serial number, its kind (1 with colour) and
+/// the port it is plugged into.
+struct ListedCamera
+{
+    CameraKind kind;
+    char *serial;
+    int color;
+    int port;
+};
+
+const char *serialSuffix(CameraKind kind)
+{
+    switch (kind) {
+    case CameraKind::LeftSpeckle:
+        return "-L";
+    case CameraKind::RightSpeckle:
+        return "-R";
+    case CameraKind::Color:
+        return "-C";
+    }
+    return "";
+}
+
+std::vector<ListedCamera> listedCameras(const Simulator &simulator)
+{
+    std::vector<ListedCamera> list;
+    for (CameraKind kind : simulator.setup.cameras) {
+        list.push_back({kind, lastingText(std::string(scannerName) + serialSuffix(kind)),
+                        kind == CameraKind::Color ? 1 : 0, static_cast<int>(list.size())});
+    }
+    return list;
+}
+
+RETSTATUS checkName(const Simulator &simulator, const char *name)
+{
+    if (!name)
+        return refusal(NullArgument);
+    const bool ours = *name == '\0' || std::strcmp(name, scannerName) == 0;
+    return simulator.attached && ours ? Success : refusal(UnknownScanner);
+}
+
+/// Which cameras the lists name, each once: hosts list the first camera a second time at the end.
+RETSTATUS chooseCameras(const Simulator &simulator, const std::vector<char *> &serials,
+                        const std::vector<int> &a, const std::vector<int> &b,
+                        std::vector<CameraKind> &chosen)
+{
+    if (serials.empty() || a.size() != serials.size() || b.size() != serials.size())
+        return refusal(ListMismatch);
+    const auto listed = listedCameras(simulator);
+    for (std::size_t i = 0; i < serials.size(); ++i) {
+        if (!serials[i])
+            return refusal(NullArgument);
+        const auto found = std::find_if(listed.begin(), listed.end(), [&](const ListedCamera &one) {
+            return std::strcmp(one.serial, serials[i]) == 0;
+        });
+        if (found == listed.end())
+            return refusal(UnknownScanner);
+        if (found->color != a[i] || found->port != b[i])
+            return refusal(ListMismatch);
+        if (std::find(chosen.begin(), chosen.end(), found->kind) == chosen.end())
+            chosen.push_back(found->kind);
+    }
+    return Success;
+}
+
+bool isCamera(const Connection &connection, int index)
+{
+    return index >= 0 && static_cast<std::size_t>(index) < connection.cameras.size();
+}
+
+} // namespace
+
+RETSTATUS Tessel3Sync::GetCamerasInformation(const char *name, std::vector<char *> &serials,
+                                             std::vector<int> &a, std::vector<int> &b,
+                                             std::vector<bool> &flags, int &count)
+{
+    return Request("GetCamerasInformation")
+        .with(name, serials, a, b, flags)
+        .out("serials", serials)
+        .out("a", a)
+        .out("b", b)
+        .out("flags", flags)
+        .out("count", count)
+        .run([&](Simulator &simulator, Lock &) {
+            const RETSTATUS status = checkName(simulator, name);
+            if (status != Success)
+                return status;
+            // Replaced, not appended to: hosts hand in what the last enumeration left.
+            serials.clear();
+            a.clear();
+            b.clear();
+            for (const ListedCamera &camera : listedCameras(simulator)) {
+                serials.push_back(camera.serial);
+                a.push_back(camera.color);
+                b.push_back(camera.port);
+            }
+            flags.assign(serials.size(), true);
+            count = static_cast<int>(serials.size());
+            return Success;
+        });
+}
+
+RETSTATUS Tessel3Sync::ConnectDevice(const char *mode, const char *extra,
+                                     std::vector<char *> &serials, std::vector<int> &a,
+                                     std::vector<int> &b, void *&device)
+{
+    return Request("ConnectDevice")
+        .with(mode, extra, serials, a, b)
+        .out("device", device)
+        .run([&](Simulator &simulator, Lock &lock) {
+            if (!mode || !extra)
+                return refusal(NullArgument);
+            if (std::strcmp(mode, scanningMode) != 0)
+                return refusal(UnknownMode);
+            if (!simulator.attached)
+                return refusal(UnknownScanner);
+            std::vector<CameraKind> cameras;
+            const RETSTATUS status = chooseCameras(simulator, serials, a, b, cameras);
+            if (status != Success)
+                return status;
+            // A host that connects again gets a new connection; the old handle is void.
+            simulator.disconnect(lock);
+            device = simulator.connect(cameras);
+            return Success;
+        });
+}
+
+RETSTATUS Tessel3Sync::CloseDeviceCamera(void *&device)
+{
+    return Request("CloseDeviceCamera", device)
+        .needsCameras()
+        .run([](Simulator &simulator, Lock &) {
+            simulator.stopTrigger();
+            simulator.connection.camerasOpen = false;
+            return Success;
+        });
+}
+
+RETSTATUS Tessel3Sync::ReconnectDevice(void *&device)
+{
+    return Request("ReconnectDevice", device).run([](Simulator &simulator, Lock &) {
+        simulator.stopTrigger();
+        simulator.connection.camerasOpen = true;
+        return Success;
+    });
+}
+
+RETSTATUS Tessel3Sync::DisConnectDevice(void *&device)
+{
+    return Request("DisConnectDevice", device).run([&](Simulator &simulator, Lock &lock) {
+        simulator.disconnect(lock);
+        device = nullptr;
+        return Success;
+    });
+}
+
+RETSTATUS Tessel3Sync::IsConnectedOnU3(const char *name, bool &connected)
+{
+    return Request("IsConnectedOnU3")
+        .with(name)
+        .out("connected", connected)
+        .run([&](Simulator &simulator, Lock &) {
+            const RETSTATUS status = checkName(simulator, name);
+            if (status == Success)
+                connected = true;
+            return status;
+        });
+}
+
+RETSTATUS Tessel3Sync::GetFirewareVersion(void *device, const char *first, const char *second,
+                                          std::string &version)
+{
+    return Request("GetFirewareVersion", device)
+        .with(first, second)
+        .out("version", version)
+        .run([&](Simulator &, Lock &) {
+            if (!first || !second)
+                return refusal(NullArgument);
+            version = firmwareVersion;
+            return Success;
+        });
+}
+
+RETSTATUS Tessel3Sync::GetCameraCount(const char *name, int &count)
+{
+    return Request("GetCameraCount")
+        .with(name)
+        .out("count", count)
+        .run([&](Simulator &simulator, Lock &) {
+            const RETSTATUS status = checkName(simulator, name);
+            if (status == Success)
+                count = static_cast<int>(simulator.setup.cameras.size());
+            return status;
+        });
+}
+
+RETSTATUS Tessel3Sync::GetConnectCameraCount(void *&device, int &count)
+{
+    return Request("GetConnectCameraCount", device)
+        .out("count", count)
+        .run([&](Simulator &simulator, Lock &) {
+            const Connection &connection = simulator.connection;
+            count = connection.camerasOpen ? static_cast<int>(connection.cameras.size()) : 0;
+            return Success;
+        });
+}
+
+RETSTATUS Tessel3Sync::GetCameraSerialNumber(void *&device, int index, char *&serial)
+{
+    return Request("GetCameraSerialNumber", device)
+        .with(index)
+        .out("serial", serial)
+        .run([&](Simulator &simulator, Lock &) {
+            const Connection &connection = simulator.connection;
+            if (!isCamera(connection, index))
+                return refusal(UnknownCamera);
+            serial = lastingText(scannerName +
+                                 std::string(serialSuffix(
+                                     connection.cameras[static_cast<std::size_t>(index)].kind)));
+            return Success;
+        });
+}
+
+RETSTATUS Tessel3Sync::GetCameraResolution(void *&device, int index, int &width, int &height)
+{
+    return Request("GetCameraResolution", device)
+        .with(index)
+        .out("width", width)
+        .out("height", height)
+        .run([&](Simulator &simulator, Lock &) {
+            if (!isCamera(simulator.connection, index))
+                return refusal(UnknownCamera);
+            width = simulator.setup.width;
+            height = simulator.setup.height;
+            return Success;
+        });
+}
+
+RETSTATUS Tessel3Sync::GetStatusDescriptionString(int &status, char *&text)
+{
+    return Request("GetStatusDescriptionString")
+        .with(status)
+        .out("text", text)
+        .run([&](Simulator &, Lock &) {
+            text = lastingText(statusText(status));
+            return Success;
+        });
+}

@@ -1,0 +1,42 @@
+// The blocks of text that a host keeps in the scanner.
+#include "Ranges.h"
+#include "Request.h"
+
+using namespace Tessel3SyncSimulator;
+
+RETSTATUS Tessel3Sync::WriteUserInfomation(void *&device, int address, const char *data, int length)
+{
+    const bool readable = data && isIn(0, length, UserInformationLength);
+    return Request("WriteUserInfomation", device)
+        .with(address,
+              readable ? std::string(data, static_cast<std::size_t>(length)) : std::string(),
+              length)
+        .run([&](Simulator &simulator, Lock &) {
+            if (!data)
+                return refusal(NullArgument);
+            if (!isIn(0, address, UserInformationBlocks - 1))
+                return refusal(BadAddress);
+            if (!readable)
+                return refusal(BadLength);
+            simulator.userInformation[address].assign(data, static_cast<std::size_t>(length));
+            return Success;
+        });
+}
+
+RETSTATUS Tessel3Sync::ReadUserInfomation(void *&device, int address, char *&buffer)
+{
+    BufferOutput bufferOutput{buffer};
+    ReplacementOutput replacement{buffer};
+    return Request("ReadUserInfomation", device)
+        .with(address)
+        .out("buffer", bufferOutput)
+        .out("replacement", replacement)
+        .run([&](Simulator &simulator, Lock &) {
+            if (!buffer)
+                return refusal(NullArgument);
+            if (!isIn(0, address, UserInformationBlocks - 1))
+                return refusal(BadAddress);
+            writeToBuffer(buffer, simulator.userInformation[address]);
+            return Success;
+        });
+}

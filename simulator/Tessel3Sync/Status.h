@@ -1,0 +1,22 @@
+#ifndef TESSEL3SYNCSIMULATOR_STATUS_H
+#define TESSEL3SYNCSIMULATOR_STATUS_H
+
+#include <Tessel3SyncSimulator/Control.h>
+
+namespace Tessel3SyncSimulator {
+
+using Tessel3Sync::RETSTATUS;
+
+constexpr RETSTATUS Success = Tessel3Sync::RETSTATUS_SUCCESS;
+
+constexpr RETSTATUS refusal(int status)
+{
+    return static_cast<RETSTATUS>(status);
+}
+
+/// The text of a status; unknown ones have one too.
+const char *statusText(int status);
+
+} // namespace Tessel3SyncSimulator
+
+#endif

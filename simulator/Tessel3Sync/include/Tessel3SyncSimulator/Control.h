@@ -1,0 +1,213 @@
+// Control of the simulated scanner: what tests and host developers steer it with.
+//
+// The simulator is a shared library that stands behind the declarations of Tessel3Sync.h, so a host
+// drives it without knowing. Through this header the same process chooses what the scanner is,
+// reads what it was asked to do, scripts its answers and reads the account of its frames.
+//
+// Threads: every function here may be called from any thread at any time, from inside a callback
+// too. Everything is returned by value.
+//
+// The scanner answers to the name "KV-SIM-0001" and to an empty name. While it is connected:
+//  - frames are delivered on a thread of the library's own, one delivery at a time, one period
+//    after another. Image i is camera i's, dimension1 is the width, dimension2 the height, and the
+//    integer of every image is the frame number, which starts at 1 with each EnableVideoTrigger;
+//  - trigger mode 1 delivers the speckle cameras, every other mode the colour camera's brightness
+//    as well, as the last image;
+//  - four frames are buffered for a slow host; what it has not taken by then is dropped;
+//  - removing or replacing a callback, and disconnecting, wait for a callback that is running,
+//    unless called from it. Switching the trigger off does not wait. A callback must not throw;
+//  - image buffers are the library's and stay valid until the callback returns; snapshots until
+//    the next snapshot or the disconnect; texts until the process ends. The library is therefore
+//    never unloaded.
+#ifndef TESSEL3SYNCSIMULATOR_CONTROL_H
+#define TESSEL3SYNCSIMULATOR_CONTROL_H
+
+#include <Tessel3Sync/Tessel3Sync.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace Tessel3SyncSimulator {
+
+/// What the simulated scanner answers when it refuses; success is 7.
+enum Status : int {
+    UnknownScanner = 1, ///< no attached scanner has the name or serial number
+    NotConnected = 2,   ///< the device handle is null
+    UnknownHandle = 3,  ///< the device handle belongs to no open connection
+    ConnectionLost = 4, ///< the scanner is no longer attached
+    CamerasClosed = 5,  ///< the cameras were closed and not reconnected
+    UnknownMode = 6,    ///< ConnectDevice knows the mode "SPECKLE" only
+    UnknownCamera = 8,  ///< no connected camera has the index
+    NullArgument = 9,   ///< a text or buffer that is needed is null
+    OutOfRange = 10,    ///< a value lies outside its range
+    ListMismatch = 11,  ///< the lists for ConnectDevice are not those that were handed out
+    BadAddress = 12,    ///< no block of user information has the address
+    BadLength = 13,     ///< user information of a negative length, or longer than 511 bytes
+    NoColorCamera = 14, ///< a snapshot needs the colour camera
+    StorageFailed = 15, ///< the file of the user information cannot be read or written
+    BadFaultPlan = 16,  ///< the fault plan cannot be used; the text says why
+    PlannedFault = 17,  ///< a fault plan let the call fail without naming a status
+};
+
+/// What the projector shows; other work types are refused.
+enum ProjectorWork : int {
+    ProjectorOff = 0,
+    ProjectorFlat = 1,
+    ProjectorSpeckle = 2,
+    ProjectorStripes = 3,
+};
+
+/// The blue laser's lines; other modes are refused.
+enum LaserMode : int {
+    LaserOneLine = 0,
+    LaserParallelLines = 1,
+    LaserCrossedLines = 2,
+};
+
+/// Ranges of what can be set, ends included.
+constexpr int MaximumRatio = 100;         ///< duty ratios and projector brightness: 0 to 100 %
+constexpr int MaximumGain = 65535;        ///< gain g multiplies by 1 + g / 16, from 0
+constexpr double MinimumExposureUs = 1.0; ///< microseconds
+constexpr double MaximumExposureUs = 1000000.0; ///< microseconds; not cut by the trigger period
+constexpr int MaximumTriggerMode = 7;           ///< trigger modes 0 to 7; 1 is without colour
+constexpr int MaximumControlRoute = 2;          ///< control routes 0 to 2; 0 leaves the strobe dark
+constexpr int MaximumStrobeState = 4;           ///< strobe states 0 to 4; 0 is dark
+constexpr int MaximumDistanceStatus = 3;        ///< distance indications 0 to 3
+constexpr int MaximumTriggerPeriodMs = 3600000; ///< milliseconds, from 1
+constexpr int UserInformationBlocks = 256;      ///< addresses 0 to 255
+constexpr int UserInformationLength = 511;      ///< bytes in one block
+
+// What the scanner is
+
+enum class CameraKind { LeftSpeckle, RightSpeckle, Color };
+
+/// One simulated scanner.
+struct ScannerSetup
+{
+    /// Each kind at most once, in any order; may be empty.
+    std::vector<CameraKind> cameras{CameraKind::LeftSpeckle, CameraKind::RightSpeckle,
+                                    CameraKind::Color};
+    int width = 1280;         ///< pixels, 16 to 4096
+    int height = 1024;        ///< pixels, 16 to 4096
+    std::uint32_t seed = 1;   ///< of the pattern and of the sensor noise
+    int triggerPeriodMs = 33; ///< period after connecting, until the host sets another; from 1
+};
+
+/// Disconnects, waits for a running callback, forgets every call, script, setting and user
+/// information, and begins anew with the scanner described. Throws std::invalid_argument, having
+/// changed nothing, if the description breaks a range.
+TESSEL3SYNC_API void reset(const ScannerSetup &setup = ScannerSetup());
+
+/// The scanner as it is described now.
+TESSEL3SYNC_API ScannerSetup setup();
+
+// What it was asked to do
+
+/// One call of the library.
+struct Call
+{
+    std::string function;
+    /// Every input in order, as text: numbers plain, texts in quotation marks, lists in brackets,
+    /// pointers as addresses or "null". The device handle is "device" if it is that of the open
+    /// connection. Lists are shown as they stood on entry; plain out values are left out.
+    std::vector<std::string> arguments;
+
+    bool operator==(const Call &other) const
+    {
+        return function == other.function && arguments == other.arguments;
+    }
+};
+
+/// A pointer as it stands in Call::arguments.
+TESSEL3SYNC_API std::string addressText(const void *pointer);
+
+/// A call in the form "Function(argument, argument)".
+TESSEL3SYNC_API std::string callText(const Call &call);
+
+/// The newest ten thousand calls since reset() or clearCalls(), oldest first.
+TESSEL3SYNC_API std::vector<Call> calls();
+
+/// Forgets the recorded calls; the numbers by which answers are scripted go on.
+TESSEL3SYNC_API void clearCalls();
+
+/// How often a function was called since reset().
+TESSEL3SYNC_API int callCount(const std::string &function);
+
+// What it shall answer
+
+/// Texts or image buffers in a list; an empty optional is a null pointer.
+using Texts = std::vector<std::optional<std::string>>;
+
+/// Value of one output. Null is for texts and buffers.
+using Value = std::variant<std::nullptr_t, bool, int, double, std::string, std::vector<bool>,
+                           std::vector<int>, Texts>;
+
+/// What one call shall do instead of what it would do by itself.
+struct Answer
+{
+    /// Returned without doing anything else.
+    std::optional<int> status;
+    /// Outputs by their names in Tessel3Sync.h, written last, whatever the status. The vector of
+    /// images takes Texts of raw bytes. For ReadUserInfomation "buffer" writes a text into the
+    /// caller's buffer, null sets the pointer to null, and "replacement" puts the text into a new
+    /// buffer of 512 bytes, which the caller frees with delete[]; the simulator frees the original.
+    std::map<std::string, Value> outputs;
+};
+
+/// The number that stands for every call of a function.
+constexpr int EveryCall = 0;
+
+/// Scripts one call of a function, by its number since reset() (from 1), or every call. The later
+/// of two answers to the same call holds; one for a number goes before one for every call.
+/// Throws std::invalid_argument for an unknown function, output or kind of value.
+TESSEL3SYNC_API void script(const std::string &function, int call, const Answer &answer);
+
+// What became of its frames
+
+/// Frames since reset(). At every moment produced = delivered + dropped.
+struct Account
+{
+    long long produced = 0;
+    long long delivered = 0;     ///< the callback was called, and may be running still
+    long long noCallback = 0;    ///< dropped: no scan callback was registered
+    long long hostSlow = 0;      ///< dropped: the buffers were full while the host's callback ran
+    long long simulatorSlow = 0; ///< dropped: the picture was not ready in time
+    long long stopped = 0;       ///< dropped: the scan ended while the picture was made
+    long long planned = 0;       ///< dropped by a fault plan
+
+    long long dropped() const { return noCallback + hostSlow + simulatorSlow + stopped + planned; }
+    bool balances() const { return produced == delivered + dropped(); }
+};
+
+TESSEL3SYNC_API Account account();
+
+// The truth about its pictures
+
+/// A camera without distortion. The world is the scanner's, in millimetres: x to the right, y down,
+/// z away from the scanner. A world point p becomes c = rotation * (p - position), and its picture
+/// stands at x = focalLength * c.x / c.z + centreX, y = focalLength * c.y / c.z + centreY, where
+/// whole numbers are the middles of pixels.
+struct Calibration
+{
+    int width = 0;
+    int height = 0;
+    double focalLength = 0.0;         ///< pixels
+    double centreX = 0.0;             ///< pixels
+    double centreY = 0.0;             ///< pixels
+    std::array<double, 9> rotation{}; ///< row by row
+    std::array<double, 3> position{}; ///< millimetres
+};
+
+/// The calibration of a camera at the present resolution.
+TESSEL3SYNC_API Calibration calibration(CameraKind camera);
+
+} // namespace Tessel3SyncSimulator
+
+#endif

@@ -1,0 +1,46 @@
+// One camera's picture before noise, and the reading of it: cheap, frame by frame.
+#ifndef TESSEL3SYNCSIMULATOR_EXPOSURE_H
+#define TESSEL3SYNCSIMULATOR_EXPOSURE_H
+
+#include "Settings.h"
+#include "render/View.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace Tessel3SyncSimulator {
+
+/// Grey levels that each light gives a white surface facing it, at default exposure and gain.
+using LightPowers = std::array<double, LightCount>;
+
+enum class Purpose { Scan, ColorScan, Snapshot };
+
+LightPowers lightPowers(const LightSettings &settings, Purpose purpose);
+
+class Exposure
+{
+public:
+    Exposure(std::shared_ptr<const View> view, Channel channel, const LightPowers &powers,
+             const CameraSettings &camera);
+
+    /// Whether it would come out the same for these.
+    bool shows(const View *view, Channel channel, const LightPowers &powers,
+               const CameraSettings &camera) const;
+
+    /// Writes the picture with the noise of one frame.
+    void read(int frame, unsigned char *pixels) const;
+
+private:
+    std::shared_ptr<const View> view;
+    Channel channel;
+    LightPowers powers;
+    CameraSettings camera;
+    std::vector<std::int16_t> signal; ///< in 64ths of a grey level
+    std::vector<std::int16_t> spread; ///< of the noise, in quarters of a grey level
+};
+
+} // namespace Tessel3SyncSimulator
+
+#endif

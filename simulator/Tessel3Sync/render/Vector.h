@@ -1,0 +1,62 @@
+// Geometry in millimetres. Only + - * / and square roots are used anywhere in the pictures: those
+// are exact to the last bit everywhere, so every system sees the same pixels.
+#ifndef TESSEL3SYNCSIMULATOR_VECTOR_H
+#define TESSEL3SYNCSIMULATOR_VECTOR_H
+
+#include <cmath>
+
+namespace Tessel3SyncSimulator {
+
+struct Vector
+{
+    double x = 0.0;
+    double y = 0.0;
+    double z = 0.0;
+};
+
+inline Vector operator+(const Vector &a, const Vector &b)
+{
+    return {a.x + b.x, a.y + b.y, a.z + b.z};
+}
+
+inline Vector operator-(const Vector &a, const Vector &b)
+{
+    return {a.x - b.x, a.y - b.y, a.z - b.z};
+}
+
+inline Vector operator*(const Vector &a, double factor)
+{
+    return {a.x * factor, a.y * factor, a.z * factor};
+}
+
+inline double dot(const Vector &a, const Vector &b)
+{
+    return a.x * b.x + a.y * b.y + a.z * b.z;
+}
+
+inline Vector cross(const Vector &a, const Vector &b)
+{
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+
+inline double length(const Vector &a)
+{
+    return std::sqrt(dot(a, a));
+}
+
+inline Vector unit(const Vector &a)
+{
+    return a * (1.0 / length(a));
+}
+
+/// Cosine and sine of an angle, by series.
+struct Turn
+{
+    explicit Turn(double degrees);
+    double cosine;
+    double sine;
+};
+
+} // namespace Tessel3SyncSimulator
+
+#endif
