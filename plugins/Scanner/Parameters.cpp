@@ -1,0 +1,69 @@
+#include "Parameters.h"
+
+#include "Errors.h"
+
+#include <cmath>
+
+namespace Scanner {
+
+Parameters::Parameters(const QVariantMap &map)
+    : values(map)
+{
+}
+
+QString Parameters::text(const QString &key) const
+{
+    const QVariant value = values.value(key);
+    if (value.type() != QVariant::String)
+        raise(InvalidParameter,
+              QStringLiteral("\"%1\" must be a text, not %2").arg(key, shown(value)));
+    return value.toString();
+}
+
+int Parameters::wholeNumber(const QString &key, int minimum, int maximum) const
+{
+    return wholeNumberFrom(values.value(key), QStringLiteral("\"%1\"").arg(key), minimum, maximum);
+}
+
+std::optional<int> Parameters::optionalWholeNumber(const QString &key, int minimum,
+                                                   int maximum) const
+{
+    if (!values.contains(key))
+        return std::nullopt;
+    return wholeNumber(key, minimum, maximum);
+}
+
+bool Parameters::flag(const QString &key) const
+{
+    const QVariant value = values.value(key, false);
+    if (value.type() != QVariant::Bool)
+        raise(InvalidParameter,
+              QStringLiteral("\"%1\" must be true or false, not %2").arg(key, shown(value)));
+    return value.toBool();
+}
+
+int wholeNumberFrom(const QVariant &value, const QString &name, int minimum, int maximum)
+{
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    if (!isNumber || number != std::floor(number) || number < minimum || number > maximum)
+        raise(InvalidParameter, QStringLiteral("%1 must be a whole number from %2 to %3, not %4")
+                                    .arg(name)
+                                    .arg(minimum)
+                                    .arg(maximum)
+                                    .arg(shown(value)));
+    return static_cast<int>(number);
+}
+
+QString shown(const QVariant &value)
+{
+    if (!value.isValid())
+        return QStringLiteral("nothing");
+    if (!value.canConvert<QString>())
+        return QStringLiteral("a %1").arg(QString::fromLatin1(value.typeName()));
+    if (value.type() == QVariant::String)
+        return QStringLiteral("\"%1\"").arg(value.toString());
+    return value.toString();
+}
+
+} // namespace Scanner
