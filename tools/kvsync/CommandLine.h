@@ -1,0 +1,14 @@
+#ifndef KVSYNC_COMMANDLINE_H
+#define KVSYNC_COMMANDLINE_H
+
+#include <QtCore/QStringList>
+
+namespace KvSyncCli {
+
+/// Parses and runs; `arguments` begin with the program's own name. Answers with the exit status:
+/// 0, 1 if the command failed, 2 if the command line is wrong.
+int runCommandLine(const QStringList &arguments);
+
+} // namespace KvSyncCli
+
+#endif

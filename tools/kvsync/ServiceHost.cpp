@@ -1,0 +1,32 @@
+#include "ServiceHost.h"
+
+namespace KvSyncCli {
+
+using KvSyncCore::SyncCore;
+
+ServiceHost::ServiceHost(const GlobalOptions &options, const QString &pluginName,
+                         const QVersionNumber &version)
+    : plugin(pluginName)
+    , pluginVersion(version)
+{
+    core.init(fromArgument(options.logicDir), fromArgument(options.deviceDir));
+    core.loadCommandPlugin(plugin, pluginVersion);
+}
+
+QVariant ServiceHost::call(const QString &function, const QVariantList &arguments)
+{
+    return core.execute(plugin, function, arguments, pluginVersion);
+}
+
+void ServiceHost::listen(const std::function<void(const Event &event)> &listener)
+{
+    QObject::connect(
+        &core, &SyncCore::sendSignals, &core,
+        [listener](bool isPublic, const QString &emitter, const QString &name,
+                   const QVariantList &payload, const QVersionNumber &version) {
+            listener(Event{isPublic, emitter, name, payload, version});
+        },
+        Qt::DirectConnection);
+}
+
+} // namespace KvSyncCli
