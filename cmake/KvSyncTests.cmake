@@ -14,6 +14,7 @@ function(kvsync_add_test)
   set_target_properties(${arg_NAME} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${folder}")
   gtest_discover_tests(${arg_NAME}
     DISCOVERY_MODE PRE_TEST
+    NO_PRETTY_VALUES
     DISCOVERY_TIMEOUT 120
     PROPERTIES TIMEOUT 120)
 endfunction()

@@ -1,6 +1,7 @@
 #include "KvSyncCore/CommandInterface.h"
 #include "KvSyncCore/SyncCore.h"
 #include "SyncCorePrivate.h"
+#include "support/RowName.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QMetaMethod>
@@ -15,6 +16,7 @@ using KvSyncCore::SyncCorePrivate;
 
 struct ClassRow
 {
+    const char *name;
     const QMetaObject *meta;
     const char *className;
 };
@@ -78,11 +80,12 @@ TEST_P(SignalClass, IsFoundByEitherSpellingOfTheSignature)
 }
 
 const ClassRow classes[] = {
-    {&SyncCore::staticMetaObject, "KvSyncCore::SyncCore"},
-    {&SyncCorePrivate::staticMetaObject, "KvSyncCore::SyncCorePrivate"},
-    {&CommandInterface::staticMetaObject, "CommandInterface"},
+    {"SyncCore", &SyncCore::staticMetaObject, "KvSyncCore::SyncCore"},
+    {"SyncCorePrivate", &SyncCorePrivate::staticMetaObject, "KvSyncCore::SyncCorePrivate"},
+    {"CommandInterface", &CommandInterface::staticMetaObject, "CommandInterface"},
 };
-INSTANTIATE_TEST_SUITE_P(MetaObject, SignalClass, ::testing::ValuesIn(classes));
+INSTANTIATE_TEST_SUITE_P(MetaObject, SignalClass, ::testing::ValuesIn(classes),
+                         KvSyncTest::rowName);
 
 TEST(InterfaceIdentifier, IsTheOneThatPluginsAreBuiltAgainst)
 {
