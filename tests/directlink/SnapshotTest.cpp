@@ -186,17 +186,18 @@ TEST_P(ImpossibleImage, HasNoDataAndTheLowBitsOfItsDimensions)
     qDeleteAll(blocks);
 }
 
-INSTANTIATE_TEST_SUITE_P(OfAnyKind, ImpossibleImage,
-                         ::testing::Values(Dimensions{"NoWidth", 0, 10},
-                                           Dimensions{"NoHeight", 10, 0},
-                                           Dimensions{"NegativeWidth", -1, 10},
-                                           Dimensions{"NegativeHeight", 10, -1},
-                                           Dimensions{"BothNegative", -2, -5},
-                                           Dimensions{"BothSmallest", smallestInt, smallestInt},
-                                           Dimensions{"ProductOverAnInteger", 65536, 65536},
-                                           Dimensions{"ProductJustOverAnInteger", 46341, 46341},
-                                           Dimensions{"BothLargest", largestInt, largestInt}),
-                         [](const auto &row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    OfAnyKind, ImpossibleImage,
+    ::testing::Values(Dimensions{"NoWidth", 0, 10}, Dimensions{"NoHeight", 10, 0},
+                      Dimensions{"NegativeWidth", -1, 10}, Dimensions{"NegativeHeight", 10, -1},
+                      Dimensions{"BothNegative", -2, -5},
+                      Dimensions{"BothSmallest", smallestInt, smallestInt},
+                      Dimensions{"ProductOverAnInteger", 65536, 65536},
+                      Dimensions{"ProductJustOverAnInteger", 46341, 46341},
+                      Dimensions{"BothLargest", largestInt, largestInt},
+                      // The largest product of all, and more than an array can hold.
+                      Dimensions{"ProductOfTheLargestInteger", largestInt, 1}),
+    [](const auto &row) { return std::string(row.param.name); });
 
 class Projection : public ::testing::TestWithParam<ProjectorSpace::SubPatternType>
 {

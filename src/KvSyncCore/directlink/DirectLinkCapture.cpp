@@ -3,7 +3,6 @@
 #include "directlink/ScannerStatus.h"
 
 #include <limits>
-#include <memory>
 #include <string>
 
 namespace KvSyncCore {
@@ -15,11 +14,14 @@ namespace {
 // The length, in UTF-8, from which the scanner's store refuses; also the size of the read buffer.
 constexpr int userInformationSize = 512;
 
+// A QByteArray throws just below the largest int: it needs up to 32 bytes for itself.
+constexpr qint64 largestImage = std::numeric_limits<int>::max() - 32;
+
 // 8 bits a pixel. What cannot be an image is empty.
 QByteArray copyPixels(const unsigned char *pixels, int width, int height)
 {
     const qint64 size = qint64(width) * height;
-    if (!pixels || width <= 0 || height <= 0 || size > std::numeric_limits<int>::max())
+    if (!pixels || width <= 0 || height <= 0 || size > largestImage)
         return {};
     return {reinterpret_cast<const char *>(pixels), static_cast<int>(size)};
 }
