@@ -198,6 +198,13 @@ TEST_F(CommandTable, UnknownNamesRunNothingAndSucceed)
     }
 }
 
+TEST_F(CommandTable, NameThatGoesOnAfterAZeroByteIsUnknownAndLoggedWhole)
+{
+    const QString name = QString::fromLatin1("Project\0!", 9);
+    EXPECT_THAT(run(name, {}), ElementsAre(firstLine(name.toStdString(), "QMap()")));
+    EXPECT_EQ(code, Success);
+}
+
 TEST_F(CommandTable, LogsTextsInsideTheMapInQuotesAndTheNameWithout)
 {
     EXPECT_EQ(

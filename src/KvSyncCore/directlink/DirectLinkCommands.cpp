@@ -152,14 +152,21 @@ QString parametersText(const Command &command, const Scanner &scanner)
     return text;
 }
 
+// Qt's own format of a map, in which texts stay quoted.
+QString mapText(const QMap<QString, QVariant> &parameters)
+{
+    QString text;
+    QDebug(&text).nospace() << parameters;
+    return text;
+}
+
 } // namespace
 
 ErrorCode DeviceManager::executeCommand(const QString &command, QMap<QString, QVariant> &parameters)
 {
-    // Written before anything runs, whatever comes of it; texts inside the map stay quoted.
-    qCDebug(KvSyncTool::ToolLogger).nospace()
-        << "cmdName:" << qUtf8Printable(command) << ",value:" << parameters
-        << ", func default success";
+    // Written before anything runs, whatever comes of it.
+    KVSYNC_DEBUG << "cmdName:" << command << ",value:" << mapText(parameters)
+                 << ", func default success";
     const auto found = std::find_if(std::begin(commands), std::end(commands),
                                     [&](const Command &each) { return each.name == command; });
     // A scan that was started is no failure, and an unknown name runs nothing.
