@@ -1,0 +1,191 @@
+// The end of the manager, seen from plug-ins that keep a journal.
+
+#include "KvSyncCore/DeviceController.h"
+#include "KvSyncCore/SyncCore.h"
+#include "device/support/DeviceTest.h"
+#include "fixtures/plugins/PlainDevice.h"
+#include "fixtures/plugins/Recorder/RecorderControl.h"
+
+#include <array>
+
+using namespace KvSyncTest;
+
+namespace {
+
+using Journal = std::vector<std::string>;
+
+/// Lends devices from one array, so that their order as handles is known.
+class JournalScript : public LendingScript
+{
+public:
+    JournalScript(std::string plugin, Journal &pages)
+        : name(std::move(plugin))
+        , journal(pages)
+    {
+    }
+
+    void rootGone() override { journal.push_back("unload " + name); }
+
+    ErrorCode destroyDevice(BaseDeviceSpace::DeviceInterface *&device) override
+    {
+        const auto index = static_cast<PlainDevice *>(device) - devices.data();
+        journal.push_back("destroy " + std::to_string(index) + " by " + name);
+        if (clearsPointer)
+            device = nullptr;
+        return answer;
+    }
+
+    static std::array<PlainDevice, 6> devices;
+
+    bool clearsPointer = false;
+    ErrorCode answer = Success;
+
+private:
+    const std::string name;
+    Journal &journal;
+};
+
+std::array<PlainDevice, 6> JournalScript::devices;
+
+class DeviceTeardown : public DeviceTest
+{
+protected:
+    void load(const QString &name, JournalScript &script)
+    {
+        DeviceScript::use(&script);
+        copyFixture(QStringLiteral("Scripted"), name + QStringLiteral(".1.0.1.dll"));
+        ASSERT_EQ(manager->loadDevicePlugin(name, version), Success);
+    }
+
+    void create(const QString &name, JournalScript &script, std::size_t device)
+    {
+        script.next = &JournalScript::devices.at(device);
+        ASSERT_EQ(manager->createDevice(name, version).first, Success);
+    }
+
+    const QString alphaName = QStringLiteral("Alpha");
+    const QString betaName = QStringLiteral("Beta");
+    Journal journal;
+    JournalScript alpha{"Alpha", journal};
+    JournalScript beta{"Beta", journal};
+};
+
+} // namespace
+
+TEST_F(DeviceTeardown, DestroysByAscendingHandleThenUnloadsByKey)
+{
+    load(betaName, beta);
+    load(alphaName, alpha);
+    create(betaName, beta, 4);
+    create(alphaName, alpha, 2);
+    create(alphaName, alpha, 5);
+    create(betaName, beta, 0);
+    endManager();
+    EXPECT_EQ(journal, (Journal{"destroy 0 by Beta", "destroy 2 by Alpha", "destroy 4 by Beta",
+                                "destroy 5 by Alpha", "unload Alpha", "unload Beta"}));
+}
+
+TEST_F(DeviceTeardown, LeavesOutWhatWasDeletedBefore)
+{
+    load(alphaName, alpha);
+    create(alphaName, alpha, 1);
+    create(alphaName, alpha, 3);
+    const auto handle = reinterpret_cast<quintptr>(&JournalScript::devices[1]);
+    ASSERT_EQ(manager->deleteDevice(static_cast<DeviceHandle>(handle)), Success);
+    journal.clear();
+    endManager();
+    EXPECT_EQ(journal, (Journal{"destroy 3 by Alpha", "unload Alpha"}));
+}
+
+TEST_F(DeviceTeardown, IgnoresARefusalAndUnloadsAllTheSame)
+{
+    load(alphaName, alpha);
+    load(betaName, beta);
+    alpha.answer = static_cast<ErrorCode>(0x01F10001);
+    create(alphaName, alpha, 0);
+    create(betaName, beta, 1);
+    log.clear();
+    endManager();
+    EXPECT_EQ(journal,
+              (Journal{"destroy 0 by Alpha", "destroy 1 by Beta", "unload Alpha", "unload Beta"}));
+    EXPECT_EQ(log.lines(), std::vector<LogLine>());
+}
+
+TEST_F(DeviceTeardown, DestroysOnceMoreWhatAClearedPointerLeftRegistered)
+{
+    load(alphaName, alpha);
+    alpha.clearsPointer = true;
+    create(alphaName, alpha, 0);
+    const auto handle = reinterpret_cast<quintptr>(&JournalScript::devices[0]);
+    ASSERT_EQ(manager->deleteDevice(static_cast<DeviceHandle>(handle)), Success);
+    endManager();
+    EXPECT_EQ(journal, (Journal{"destroy 0 by Alpha", "destroy 0 by Alpha", "unload Alpha"}));
+}
+
+TEST_F(DeviceTeardown, OffersTheNullDeviceToNobody)
+{
+    load(alphaName, alpha);
+    alpha.next = nullptr;
+    ASSERT_EQ(manager->createDevice(alphaName, version), qMakePair(Success, qint64(0)));
+    log.clear();
+    endManager();
+    EXPECT_EQ(journal, (Journal{"unload Alpha"}));
+    EXPECT_EQ(log.lines(), std::vector{criticalLine(QStringLiteral("handle is invalid"))});
+}
+
+TEST_F(DeviceTeardown, UnloadsAPluginThatIsNoFactory)
+{
+    loadFixture(QStringLiteral("OlderFactory"));
+    log.clear();
+    endManager();
+    EXPECT_EQ(log.lines(), std::vector<LogLine>());
+}
+
+TEST_F(DeviceTeardown, APluginMayAskTheManagerWhileItsDeviceIsDestroyed)
+{
+    class AskingScript : public JournalScript
+    {
+    public:
+        using JournalScript::JournalScript;
+
+        ErrorCode destroyDevice(BaseDeviceSpace::DeviceInterface *&device) override
+        {
+            asked = manager->name(static_cast<DeviceHandle>(reinterpret_cast<quintptr>(device)));
+            return JournalScript::destroyDevice(device);
+        }
+
+        KvSyncCore::DeviceManager *manager = nullptr;
+        QPair<ErrorCode, QString> asked;
+    };
+
+    AskingScript script("Alpha", journal);
+    script.manager = manager.get();
+    load(alphaName, script);
+    create(alphaName, script, 0);
+    endManager();
+    EXPECT_EQ(script.asked, qMakePair(Success, QStringLiteral("plain")));
+}
+
+TEST_F(DeviceTeardown, TheEndOfTheSyncCoreEndsItsDevicesThenItsPlugins)
+{
+    DeviceScript::use(&alpha);
+    folder.makeFolder(QStringLiteral("Logic"));
+    folder.makeFolder(QStringLiteral("Device"));
+    folder.copyModule(commandFixture(QStringLiteral("Recorder")),
+                      QStringLiteral("Logic/Recorder.1.0.1.dll"));
+    copyFixture(QStringLiteral("Scripted"), QStringLiteral("Device/Alpha.1.0.1.dll"));
+    {
+        KvSyncCore::SyncCore core;
+        core.init(folder.name() + QStringLiteral("/Logic"),
+                  folder.name() + QStringLiteral("/Device"));
+        core.loadCommandPlugin(QStringLiteral("Recorder"), version);
+        auto *const control = qobject_cast<RecorderControl *>(
+            core.getCommandPlugin(QStringLiteral("Recorder"), version));
+        ASSERT_TRUE(control);
+        KvSyncCore::DeviceController *const controller = control->controllers().last();
+        ASSERT_EQ(controller->loadDevicePlugin(alphaName, version), Success);
+        alpha.next = &JournalScript::devices[3];
+        ASSERT_EQ(controller->createDevice(alphaName, version).first, Success);
+    }
+    EXPECT_EQ(journal, (Journal{"destroy 3 by Alpha", "unload Alpha"}));
+}

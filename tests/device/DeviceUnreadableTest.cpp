@@ -1,0 +1,111 @@
+// A plug-in file that the process may not read. Root reads everything, so the load runs in a child
+// process that has become an unprivileged user; on Windows the file is held open, unshared.
+
+#include "device/support/DeviceTest.h"
+
+#include <QtCore/QFile>
+
+#include <iostream>
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#else
+#include <unistd.h>
+#endif
+
+using namespace KvSyncTest;
+
+namespace {
+
+class UnreadableDeviceFile : public DeviceTest
+{
+protected:
+    UnreadableDeviceFile()
+    {
+        copyFixture(QStringLiteral("Scripted"), QStringLiteral("Camera.2.1.3.dll"));
+    }
+
+    QString file() const { return folder.filePath(QStringLiteral("Camera.2.1.3.dll")); }
+
+    ErrorCode load()
+    {
+        log.clear();
+        return manager->loadDevicePlugin(QStringLiteral("Camera"), QVersionNumber(2, 1));
+    }
+
+    /// The load's result and what it logged as critical.
+    std::string report()
+    {
+        const ErrorCode code = load();
+        std::string text = std::to_string(code);
+        for (const LogLine &line : log.lines(Channel::QtCritical))
+            text += '|' + line.text.toStdString();
+        return text;
+    }
+};
+
+} // namespace
+
+#ifdef Q_OS_WIN
+
+TEST_F(UnreadableDeviceFile, FailsToLoadWithTheSystemsReason)
+{
+    const HANDLE held = CreateFileW(reinterpret_cast<const wchar_t *>(file().utf16()), GENERIC_READ,
+                                    0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    ASSERT_NE(held, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(load(), PluginLoadFailed);
+    EXPECT_EQ(log.lines(Channel::QtCritical).size(), 1u);
+    EXPECT_EQ(log.lines(Channel::GlogError).size(), 1u);
+    CloseHandle(held);
+    EXPECT_EQ(load(), Success);
+}
+
+#else
+
+namespace {
+
+constexpr unsigned int nobody = 65534;
+
+bool becomeUnprivileged()
+{
+    return geteuid() != 0 || (setgid(nobody) == 0 && setuid(nobody) == 0);
+}
+
+// Only the file is closed to others; the way to it is open.
+void openFolderToAll(const QString &folder)
+{
+    ASSERT_TRUE(QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner |
+                                                  QFile::ExeOwner | QFile::ReadOther |
+                                                  QFile::ExeOther));
+}
+
+} // namespace
+
+TEST_F(UnreadableDeviceFile, IsChosenAndFailsToLoadWithTheSystemsReason)
+{
+    openFolderToAll(folder.path());
+    ASSERT_TRUE(QFile::setPermissions(file(), QFile::Permissions()));
+    const auto loadUnprivileged = [this] {
+        if (!becomeUnprivileged())
+            std::cerr << "cannot become an unprivileged user";
+        else
+            std::cerr << report();
+        std::cerr << std::endl;
+        std::_Exit(0);
+    };
+    const std::string expected = std::to_string(PluginLoadFailed) + "\\|.*ermission denied";
+    EXPECT_EXIT(loadUnprivileged(), ::testing::ExitedWithCode(0), expected);
+}
+
+TEST_F(UnreadableDeviceFile, LoadsForTheSameUserOnceItIsReadable)
+{
+    openFolderToAll(folder.path());
+    ASSERT_TRUE(QFile::setPermissions(file(), QFile::ReadOwner | QFile::ReadOther));
+    const auto loadUnprivileged = [this] {
+        std::cerr << (becomeUnprivileged() ? "code " + report() : "cannot") << std::endl;
+        std::_Exit(0);
+    };
+    EXPECT_EXIT(loadUnprivileged(), ::testing::ExitedWithCode(0), "code 0\n");
+}
+
+#endif
