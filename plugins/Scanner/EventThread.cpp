@@ -1,8 +1,26 @@
 #include "EventThread.h"
 
+#include <KvSyncTool/ToolLogger.h>
+#include <QtCore/QDebug>
+
+#include <exception>
 #include <utility>
 
 namespace Scanner {
+
+namespace {
+
+void runOne(const std::function<void()> &event)
+{
+    try {
+        event();
+    } catch (const std::exception &thrown) {
+        qCCritical(KvSyncTool::ToolLogger).nospace()
+            << "A slot of a Scanner event threw: " << thrown.what();
+    }
+}
+
+} // namespace
 
 EventThread::~EventThread()
 {
@@ -46,7 +64,7 @@ void EventThread::run()
             waiting.pop_front();
             isRunningEvent = true;
             lock.unlock();
-            event();
+            runOne(event);
         }
         lock.lock();
         isRunningEvent = false;

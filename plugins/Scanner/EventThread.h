@@ -20,7 +20,7 @@ public:
     /// Runs what is waiting, then ends the thread.
     ~EventThread();
 
-    /// From any thread; returns at once. An event must not throw.
+    /// From any thread; returns at once. What an event throws is logged: nobody could catch it.
     void post(std::function<void()> event);
     /// Waits until every event that was posted has run; returns at once on the event thread.
     void waitUntilIdle();

@@ -18,7 +18,7 @@
 ///   statusChanged  one map {"first", "second"}: the scanner's two status bytes
 ///
 /// Those of captureImage come on the thread that called it, all others on a thread of the
-/// plug-in's own, where a slot must not throw. A slot may call the plug-in.
+/// plug-in's own, where what a slot throws is logged. A slot may call the plug-in.
 class ScannerPlugin : public CommandInterface
 {
     Q_OBJECT

@@ -1,0 +1,37 @@
+#ifndef KVSYNC_TESTS_CLI_KVSYNC_H
+#define KVSYNC_TESTS_CLI_KVSYNC_H
+
+#include <QtCore/QJsonObject>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <gtest/gtest.h>
+
+namespace KvSyncTest {
+
+/// How a run of kvsync ended. Line ends are "\n" on every system.
+struct Outcome
+{
+    int exitCode = -1;
+    QString output;
+    QString errors;
+
+    /// The whole output as one JSON object; fails the test if it is anything else.
+    QJsonObject json() const;
+};
+
+/// Runs the built kvsync to its end; fails the test if it crashes or takes more than a minute.
+Outcome runKvsync(const QStringList &arguments);
+
+/// Expects exit status 1, an empty output, and exactly this line on standard error.
+void expectFailure(const QStringList &arguments, const QString &errorLine);
+
+/// Expects exit status 2, an empty output, and this line before the hint to --help.
+void expectWrongCommandLine(const QStringList &arguments, const QString &errorLine);
+
+/// The folder of the command plug-ins beside kvsync, as its texts show it.
+QString logicFolder();
+
+} // namespace KvSyncTest
+
+#endif

@@ -1,0 +1,283 @@
+#include "ScannerHost.h"
+
+#include <atomic>
+#include <future>
+#include <set>
+#include <stdexcept>
+
+using namespace KvSyncTest;
+namespace Simulator = Tessel3SyncSimulator;
+
+class ScannerCapture : public ScannerHost
+{
+protected:
+    ScannerCapture() { open(); }
+
+    static QVariantMap frames(int count) { return {{QStringLiteral("frames"), count}}; }
+
+    static QVariantMap with(QVariantMap parameters, const QString &key, const QVariant &value)
+    {
+        parameters.insert(key, value);
+        return parameters;
+    }
+
+    /// Whether the trigger is off and the scan callback removed, as every scan must end.
+    static void expectStopped(int mode = 1)
+    {
+        ASSERT_FALSE(libraryCalls("EnableVideoTrigger").empty());
+        ASSERT_FALSE(libraryCalls("SetScanCallBackFunction").empty());
+        EXPECT_EQ(libraryCalls("EnableVideoTrigger").back(),
+                  "EnableVideoTrigger(device, " + std::to_string(mode) + ", false)");
+        EXPECT_EQ(libraryCalls("SetScanCallBackFunction").back(),
+                  "SetScanCallBackFunction(device, null, null)");
+    }
+
+    static QVariantMap imageOf(const QVariantList &images, int place)
+    {
+        return images.value(place).toMap();
+    }
+};
+
+TEST_F(ScannerCapture, BringsOneImageOfEachSpeckleCameraAFrame)
+{
+    const QVariantList images = capture(frames(3));
+    ASSERT_EQ(images.size(), 6);
+    for (int i = 0; i < images.size(); ++i) {
+        const QVariantMap image = imageOf(images, i);
+        EXPECT_EQ(image.size(), 6);
+        EXPECT_EQ(image.value(QStringLiteral("camera")), QVariant(i % 2));
+        EXPECT_EQ(image.value(QStringLiteral("width")), QVariant(160));
+        EXPECT_EQ(image.value(QStringLiteral("height")), QVariant(128));
+        EXPECT_EQ(image.value(QStringLiteral("bitDepth")), QVariant(8));
+        EXPECT_EQ(image.value(QStringLiteral("data")).toByteArray().size(), 160 * 128);
+    }
+}
+
+TEST_F(ScannerCapture, KeepsTheImagesOfCamerasAndFramesApart)
+{
+    std::set<QByteArray> contents;
+    const QVariantList images = capture(frames(3));
+    for (const QVariant &image : images)
+        contents.insert(image.toMap().value(QStringLiteral("data")).toByteArray());
+    EXPECT_EQ(contents.size(), 6u);
+}
+
+TEST_F(ScannerCapture, NumbersFramesUpwardsAndBothImagesOfOneAlike)
+{
+    const QVariantList images = capture(frames(4));
+    int last = 0;
+    for (int i = 0; i < images.size(); i += 2) {
+        const int number = imageOf(images, i).value(QStringLiteral("frame")).toInt();
+        EXPECT_GT(number, last);
+        EXPECT_EQ(imageOf(images, i + 1).value(QStringLiteral("frame")), QVariant(number));
+        last = number;
+    }
+}
+
+TEST_F(ScannerCapture, WithColorBringsTheColorCameraAsTheThird)
+{
+    const QVariantList images = capture(with(frames(2), QStringLiteral("color"), true));
+    ASSERT_EQ(images.size(), 6);
+    EXPECT_EQ(imageOf(images, 2).value(QStringLiteral("camera")), QVariant(2));
+    EXPECT_EQ(libraryCalls("EnableVideoTrigger"),
+              (std::vector<std::string>{"EnableVideoTrigger(device, 0, true)",
+                                        "EnableVideoTrigger(device, 0, false)"}));
+}
+
+TEST_F(ScannerCapture, SendsTheColorModeThatWasAskedFor)
+{
+    capture(with(with(frames(1), QStringLiteral("color"), true), QStringLiteral("colorMode"), 3));
+    EXPECT_EQ(libraryCalls("EnableVideoTrigger").front(), "EnableVideoTrigger(device, 3, true)");
+}
+
+TEST_F(ScannerCapture, ScansAtThePeriodAskedFor)
+{
+    capture(with(frames(1), QStringLiteral("periodMs"), 5));
+    EXPECT_EQ(libraryCalls("SetVideoTriggerPeriod"),
+              std::vector<std::string>{"SetVideoTriggerPeriod(device, 5)"});
+}
+
+TEST_F(ScannerCapture, ScansAtTheScannersOwnPeriodIfNoneIsAskedFor)
+{
+    capture(frames(1));
+    EXPECT_EQ(libraryCalls("SetVideoTriggerPeriod"),
+              std::vector<std::string>{"SetVideoTriggerPeriod(device, 2)"});
+}
+
+TEST_F(ScannerCapture, PublishesEveryDeliveryAndItsProgressOnTheCallingThread)
+{
+    const QVariantList images = capture(frames(3));
+    const auto arrivals = events(QStringLiteral("frameArrived"));
+    const auto progress = events(QStringLiteral("progress"));
+    ASSERT_EQ(arrivals.size(), 3u);
+    ASSERT_EQ(progress.size(), 3u);
+    EXPECT_EQ(arrivals[0].payload + arrivals[1].payload + arrivals[2].payload, images);
+    EXPECT_EQ(arrivals[0].thread, std::this_thread::get_id());
+    EXPECT_EQ(progress[2].payload.size(), 1);
+    const QVariantMap last = progress[2].payload.value(0).toMap();
+    EXPECT_EQ(last.value(QStringLiteral("delivered")), QVariant(3));
+    EXPECT_EQ(last.value(QStringLiteral("frames")), QVariant(3));
+}
+
+TEST_F(ScannerCapture, EventsCarryPluginNameVersionAndThePublicFlag)
+{
+    capture(frames(1));
+    const ReceivedEvent event = events(QStringLiteral("progress")).at(0);
+    EXPECT_TRUE(event.isPublic);
+    EXPECT_EQ(event.pluginName, QStringLiteral("Scanner"));
+    EXPECT_EQ(event.version, QVersionNumber(1, 0));
+}
+
+TEST_F(ScannerCapture, CountsLostFramesByTheirNumbers)
+{
+    Simulator::ScannerSetup large = smallSetup();
+    large.width = 1280;
+    large.height = 1024;
+    large.triggerPeriodMs = 1; // faster than pictures can be made
+    call(QStringLiteral("closeDevices"), {scannerHandle});
+    Simulator::reset(large);
+    open();
+    const QVariantList images = capture(frames(4));
+    const int lastNumber = images.last().toMap().value(QStringLiteral("frame")).toInt();
+    const QVariantMap progress = events(QStringLiteral("progress")).back().payload.value(0).toMap();
+    ASSERT_GT(lastNumber, 4);
+    EXPECT_EQ(progress.value(QStringLiteral("dropped")), QVariant(lastNumber - 4));
+}
+
+TEST_F(ScannerCapture, EndsWithTheScannerStoppedAndTheCallbackRemoved)
+{
+    capture(frames(1));
+    expectStopped();
+    EXPECT_EQ(execute(QStringLiteral("info")).toMap().value(QStringLiteral("scanning")),
+              QVariant(false));
+}
+
+TEST_F(ScannerCapture, ASilentScannerEndsTheScan)
+{
+    Simulator::script("EnableVideoTrigger", 1, {3, {}});
+    expectThrows(CameraFailed,
+                 QStringLiteral("The scanner fell silent: 0 of 2 frames came, then none for 50 ms"),
+                 [&] { capture(with(frames(2), QStringLiteral("timeoutMs"), 50)); });
+    expectStopped();
+}
+
+TEST_F(ScannerCapture, ARefusedCallbackEndsTheScan)
+{
+    Simulator::script("SetScanCallBackFunction", 1, {3, {}});
+    expectThrows(CameraFailed, QStringLiteral("The scanner refuses the scan callback"),
+                 [&] { capture(frames(1)); });
+    expectStopped(0);
+    EXPECT_EQ(capture(frames(1)).size(), 2);
+}
+
+TEST_F(ScannerCapture, FramesAfterACallbackThatCouldNotBeRemovedAreIgnored)
+{
+    Simulator::script("SetScanCallBackFunction", 2, {3, {}});
+    Simulator::script("EnableVideoTrigger", 2, {3, {}});
+    EXPECT_EQ(capture(frames(1)).size(), 2);
+    // The scanner goes on delivering; a new scan replaces the callback.
+    EXPECT_EQ(capture(frames(2)).size(), 4);
+}
+
+TEST_F(ScannerCapture, WhatASlotThrowsEndsTheScanAndReachesTheHost)
+{
+    reaction = [](const ReceivedEvent &) { throw std::runtime_error("slot"); };
+    EXPECT_THROW(capture(frames(2)), std::runtime_error);
+    reaction = nullptr;
+    expectStopped();
+    EXPECT_EQ(capture(frames(1)).size(), 2);
+}
+
+TEST_F(ScannerCapture, ASlotMayStopTheScan)
+{
+    reaction = [this](const ReceivedEvent &event) {
+        if (event.name == QLatin1String("frameArrived"))
+            execute(QStringLiteral("stopScan"));
+    };
+    expectThrows(CameraFailed, QStringLiteral("The scan was stopped before its last frame"),
+                 [&] { capture(frames(100)); });
+    expectStopped();
+}
+
+TEST_F(ScannerCapture, ASlotMayCloseTheScanner)
+{
+    reaction = [this](const ReceivedEvent &event) {
+        if (event.name == QLatin1String("frameArrived"))
+            call(QStringLiteral("closeDevices"), {scannerHandle});
+    };
+    expectThrows(CameraFailed, QStringLiteral("The scanner was closed during the scan"),
+                 [&] { capture(frames(100)); });
+    reaction = nullptr;
+    open();
+    EXPECT_EQ(capture(frames(1)).size(), 2);
+}
+
+TEST_F(ScannerCapture, AnotherThreadMayStopTheScan)
+{
+    std::promise<void> started;
+    std::atomic<bool> first{true};
+    reaction = [&](const ReceivedEvent &) {
+        if (first.exchange(false))
+            started.set_value();
+    };
+    std::thread stopper([&] {
+        started.get_future().wait();
+        execute(QStringLiteral("stopScan"));
+    });
+    expectThrows(CameraFailed, QStringLiteral("The scan was stopped before its last frame"),
+                 [&] { capture(frames(10000)); });
+    stopper.join();
+    expectStopped();
+}
+
+TEST_F(ScannerCapture, OneScanRunsAtATime)
+{
+    reaction = [this](const ReceivedEvent &event) {
+        if (event.name != QLatin1String("progress"))
+            return;
+        expectThrows(CameraFailed, QStringLiteral("A scan is running already"),
+                     [&] { capture(frames(1)); });
+        expectThrows(CameraFailed, QStringLiteral("A scan is running already"),
+                     [&] { execute(QStringLiteral("startScan")); });
+        EXPECT_EQ(execute(QStringLiteral("info")).toMap().value(QStringLiteral("scanning")),
+                  QVariant(true));
+    };
+    EXPECT_EQ(capture(frames(2)).size(), 4);
+}
+
+TEST_F(ScannerCapture, ParametersThatCannotBeUsedAreNamed)
+{
+    struct Row
+    {
+        QVariantMap parameters;
+        QString text;
+    };
+    const QString range = QStringLiteral("\"frames\" must be a whole number from 1 to 10000, not ");
+    const Row rows[] = {
+        {{}, range + QStringLiteral("nothing")},
+        {frames(0), range + QStringLiteral("0")},
+        {frames(-1), range + QStringLiteral("-1")},
+        {frames(10001), range + QStringLiteral("10001")},
+        {{{QStringLiteral("frames"), 1.5}}, range + QStringLiteral("1.5")},
+        {{{QStringLiteral("frames"), QStringLiteral("many")}}, range + QStringLiteral("\"many\"")},
+        {{{QStringLiteral("frames"), QVariantList()}}, range + QStringLiteral("a QVariantList")},
+        {with(frames(1), QStringLiteral("periodMs"), 0),
+         QStringLiteral("\"periodMs\" must be a whole number from 1 to 60000, not 0")},
+        {with(frames(1), QStringLiteral("timeoutMs"), 0),
+         QStringLiteral("\"timeoutMs\" must be a whole number from 1 to 3600000, not 0")},
+        {with(frames(1), QStringLiteral("color"), QStringLiteral("yes")),
+         QStringLiteral("\"color\" must be true or false, not \"yes\"")},
+        {with(frames(1), QStringLiteral("colorMode"), -1),
+         QStringLiteral("\"colorMode\" must be a whole number from 0 to 255, not -1")},
+    };
+    for (const Row &row : rows)
+        expectThrows(InvalidParameter, row.text, [&] { capture(row.parameters); });
+    EXPECT_EQ(libraryCalls("SetScanCallBackFunction"), std::vector<std::string>{});
+}
+
+TEST_F(ScannerCapture, OtherKindsOfImagesAreNotServed)
+{
+    expectFails(
+        FunctionNotExist, QStringLiteral("Scanner 1.0 does not serve images of the kind \"depth\""),
+        QStringLiteral("captureImage"), {scannerHandle, QStringLiteral("depth"), QVariantMap()});
+}

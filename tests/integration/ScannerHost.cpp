@@ -1,0 +1,117 @@
+#include "ScannerHost.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace KvSyncTest {
+
+using KvSyncCore::SyncCore;
+
+const QVariant scannerHandle = QVariant::fromValue<qint64>(1);
+
+namespace {
+
+const QString plugin = QStringLiteral("Scanner");
+
+} // namespace
+
+ScannerHost::ScannerHost()
+{
+    Tessel3SyncSimulator::reset(smallSetup());
+    // Test programs stand in tests/<program>/, plug-ins in bin/Logic/.
+    core.init(QStringLiteral("../../bin/Logic"), QStringLiteral("../../bin/Device"));
+    core.loadCommandPlugin(plugin, QVersionNumber(1, 0));
+    QObject::connect(
+        &core, &SyncCore::sendSignals, &core,
+        [this](bool isPublic, const QString &emitter, const QString &name,
+               const QVariantList &payload, const QVersionNumber &version) {
+            const ReceivedEvent event{isPublic, emitter, name,
+                                      payload,  version, std::this_thread::get_id()};
+            {
+                const std::lock_guard<std::mutex> lock(mutex);
+                received.push_back(event);
+            }
+            changed.notify_all();
+            if (reaction)
+                reaction(event);
+        },
+        Qt::DirectConnection);
+}
+
+ScannerHost::~ScannerHost()
+{
+    try {
+        call(QStringLiteral("closeDevices"), {scannerHandle});
+    } catch (const KvSyncTool::Exception &) {
+        // The test closed it itself, or never opened it.
+    }
+}
+
+Tessel3SyncSimulator::ScannerSetup ScannerHost::smallSetup()
+{
+    Tessel3SyncSimulator::ScannerSetup setup;
+    setup.width = 160;
+    setup.height = 128;
+    setup.triggerPeriodMs = 2;
+    return setup;
+}
+
+QVariant ScannerHost::call(const QString &function, const QVariantList &arguments)
+{
+    return core.execute(plugin, function, arguments, QVersionNumber(1, 0));
+}
+
+void ScannerHost::expectFails(ErrorCode code, const QString &text, const QString &function,
+                              const QVariantList &arguments)
+{
+    expectThrows(code, text, [&] { call(function, arguments); });
+}
+
+void ScannerHost::open()
+{
+    const QVariantMap parameters{{QStringLiteral("serial"), QStringLiteral("KV-SIM-0001")}};
+    ASSERT_EQ(call(QStringLiteral("openDevices"), {parameters}), scannerHandle);
+}
+
+QVariantList ScannerHost::capture(const QVariantMap &parameters)
+{
+    return call(QStringLiteral("captureImage"), {scannerHandle, QStringLiteral("scan"), parameters})
+        .toList();
+}
+
+QVariant ScannerHost::execute(const QString &command, const QVariantList &arguments)
+{
+    return call(QStringLiteral("execute"), {scannerHandle, command, QVariant(arguments)});
+}
+
+std::vector<ReceivedEvent> ScannerHost::events(const QString &name) const
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    std::vector<ReceivedEvent> named;
+    std::copy_if(received.begin(), received.end(), std::back_inserter(named),
+                 [&](const ReceivedEvent &event) { return event.name == name; });
+    return named;
+}
+
+bool ScannerHost::waitForEvents(const QString &name, std::size_t count)
+{
+    std::unique_lock<std::mutex> lock(mutex);
+    return changed.wait_for(lock, std::chrono::seconds(10), [&] {
+        const auto found =
+            std::count_if(received.begin(), received.end(),
+                          [&](const ReceivedEvent &event) { return event.name == name; });
+        return static_cast<std::size_t>(found) >= count;
+    });
+}
+
+std::vector<std::string> libraryCalls(const std::string &function)
+{
+    std::vector<std::string> texts;
+    for (const Tessel3SyncSimulator::Call &each : Tessel3SyncSimulator::calls()) {
+        if (each.function == function)
+            texts.push_back(Tessel3SyncSimulator::callText(each));
+    }
+    return texts;
+}
+
+} // namespace KvSyncTest

@@ -1,0 +1,159 @@
+#include "ScannerHost.h"
+#include "support/LogCapture.h"
+
+#include <future>
+
+using namespace KvSyncTest;
+namespace Simulator = Tessel3SyncSimulator;
+
+class ScannerStream : public ScannerHost
+{
+protected:
+    ScannerStream() { open(); }
+
+    const QString arrived = QStringLiteral("frameArrived");
+};
+
+TEST_F(ScannerStream, FramesArriveAsEventsUntilStopped)
+{
+    execute(QStringLiteral("startScan"));
+    ASSERT_TRUE(waitForEvents(arrived, 3));
+    const QVariantMap account = execute(QStringLiteral("stopScan")).toMap();
+    EXPECT_GE(account.value(QStringLiteral("delivered")).toInt(), 3);
+    EXPECT_EQ(events(arrived).at(0).payload.size(), 2);
+    EXPECT_EQ(libraryCalls("SetScanCallBackFunction").back(),
+              "SetScanCallBackFunction(device, null, null)");
+}
+
+TEST_F(ScannerStream, ItsAccountTellsWhatTheHostMissed)
+{
+    execute(QStringLiteral("startScan"));
+    ASSERT_TRUE(waitForEvents(arrived, 5));
+    const QVariantMap account = execute(QStringLiteral("stopScan")).toMap();
+    call(QStringLiteral("closeDevices"), {scannerHandle});
+    const auto caught = events(arrived);
+    const int last = caught.back().payload.value(0).toMap().value(QStringLiteral("frame")).toInt();
+    EXPECT_EQ(account.value(QStringLiteral("delivered")), QVariant(int(caught.size())));
+    EXPECT_EQ(account.value(QStringLiteral("dropped")), QVariant(last - int(caught.size())));
+}
+
+TEST_F(ScannerStream, EventsComeOnAThreadOfThePluginsOwn)
+{
+    execute(QStringLiteral("startScan"));
+    ASSERT_TRUE(waitForEvents(arrived, 1));
+    execute(QStringLiteral("stopScan"));
+    EXPECT_NE(events(arrived).at(0).thread, std::this_thread::get_id());
+}
+
+TEST_F(ScannerStream, ASlotMayStopIt)
+{
+    std::promise<void> stopped;
+    reaction = [&](const ReceivedEvent &event) {
+        if (event.name != arrived)
+            return;
+        execute(QStringLiteral("stopScan"));
+        stopped.set_value();
+    };
+    execute(QStringLiteral("startScan"));
+    stopped.get_future().wait();
+    call(QStringLiteral("closeDevices"), {scannerHandle});
+    EXPECT_EQ(events(arrived).size(), 1u);
+}
+
+TEST_F(ScannerStream, ASlotMayCloseTheScanner)
+{
+    std::promise<void> closed;
+    reaction = [&](const ReceivedEvent &event) {
+        if (event.name != arrived)
+            return;
+        call(QStringLiteral("closeDevices"), {scannerHandle});
+        closed.set_value();
+    };
+    execute(QStringLiteral("startScan"));
+    closed.get_future().wait();
+    open();
+}
+
+TEST_F(ScannerStream, WhatASlotThrowsIsLoggedAndTheScanGoesOn)
+{
+    reaction = [this](const ReceivedEvent &event) {
+        if (event.name == arrived)
+            throw KvSyncTool::Exception(CameraFailed, QStringLiteral("slot"));
+    };
+    LogCapture log;
+    execute(QStringLiteral("startScan"));
+    ASSERT_TRUE(waitForEvents(arrived, 2));
+    call(QStringLiteral("closeDevices"), {scannerHandle});
+    const auto lines = log.lines(Channel::QtCritical);
+    ASSERT_GE(lines.size(), 2u);
+    EXPECT_EQ(lines[0], criticalLine(QStringLiteral("A slot of a Scanner event threw: slot")));
+}
+
+TEST_F(ScannerStream, NoEventComesAfterTheScannerWasClosed)
+{
+    execute(QStringLiteral("startScan"));
+    ASSERT_TRUE(waitForEvents(arrived, 1));
+    call(QStringLiteral("closeDevices"), {scannerHandle});
+    const std::size_t atTheEnd = events(arrived).size();
+    open();
+    call(QStringLiteral("closeDevices"), {scannerHandle});
+    EXPECT_EQ(events(arrived).size(), atTheEnd);
+}
+
+TEST_F(ScannerStream, TakesTheParametersOfAScan)
+{
+    execute(QStringLiteral("startScan"),
+            {QVariantMap{{QStringLiteral("periodMs"), 4}, {QStringLiteral("color"), true}}});
+    ASSERT_TRUE(waitForEvents(arrived, 1));
+    execute(QStringLiteral("stopScan"));
+    EXPECT_EQ(events(arrived).at(0).payload.size(), 3);
+    EXPECT_EQ(libraryCalls("SetVideoTriggerPeriod").back(), "SetVideoTriggerPeriod(device, 4)");
+    expectThrows(
+        InvalidParameter,
+        QStringLiteral("\"periodMs\" must be a whole number from 1 to 60000, not 0"), [&] {
+            execute(QStringLiteral("startScan"), {QVariantMap{{QStringLiteral("periodMs"), 0}}});
+        });
+}
+
+TEST_F(ScannerStream, ASecondOneIsRefusedAndLeavesTheFirstRunning)
+{
+    execute(QStringLiteral("startScan"));
+    expectThrows(CameraFailed, QStringLiteral("A scan is running already"),
+                 [&] { execute(QStringLiteral("startScan")); });
+    EXPECT_TRUE(waitForEvents(arrived, 3));
+    execute(QStringLiteral("stopScan"));
+}
+
+TEST_F(ScannerStream, StoppingWithoutAScanCountsNothing)
+{
+    EXPECT_EQ(
+        execute(QStringLiteral("stopScan")),
+        QVariant(QVariantMap{{QStringLiteral("delivered"), 0}, {QStringLiteral("dropped"), 0}}));
+}
+
+TEST_F(ScannerStream, ASlowHostLosesFramesAndNothingElse)
+{
+    std::mutex gate;
+    std::condition_variable released;
+    bool mayGoOn = false;
+    reaction = [&](const ReceivedEvent &event) {
+        std::unique_lock<std::mutex> lock(gate);
+        if (event.name == arrived)
+            released.wait(lock, [&] { return mayGoOn; });
+    };
+    execute(QStringLiteral("startScan"));
+    ASSERT_TRUE(waitForEvents(arrived, 1));
+    // While the slot holds the first, the library is never kept waiting and delivers on.
+    const long long before = Simulator::account().delivered;
+    while (Simulator::account().delivered < before + 20)
+        std::this_thread::yield();
+    {
+        const std::lock_guard<std::mutex> lock(gate);
+        mayGoOn = true;
+    }
+    released.notify_all();
+    ASSERT_TRUE(waitForEvents(arrived, 15));
+    const QVariantMap account = execute(QStringLiteral("stopScan")).toMap();
+    EXPECT_GE(account.value(QStringLiteral("dropped")).toInt(), 10);
+    call(QStringLiteral("closeDevices"), {scannerHandle}); // while the slot's gate is there
+}
