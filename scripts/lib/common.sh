@@ -1,0 +1,46 @@
+# shellcheck shell=bash
+# Sourced by every script: messages, and Debian packages by name.
+
+say() { printf '%s\n' "$*" >&2; }
+
+die() {
+    say "error: $*"
+    exit 1
+}
+
+as_root() {
+    if ((EUID == 0)); then "$@"; else sudo "$@"; fi
+}
+
+# Prints those of the named packages that are not installed.
+missing_packages() {
+    comm -23 <(printf '%s\n' "$@" | sort -u) <(
+        # dpkg-query complains about names it never heard of; to us they are simply missing.
+        dpkg-query -W -f '${db:Status-Abbrev} ${Package}\n' "$@" 2>/dev/null |
+            sed -n 's/^.i *//p' | sort -u
+    )
+}
+
+# Installs what is missing of the named packages; silent when nothing is.
+ensure_packages() {
+    local missing
+    mapfile -t missing < <(missing_packages "$@")
+    ((${#missing[@]})) || return 0
+
+    say "installing: ${missing[*]}"
+    apt_quietly update
+    apt_quietly install -y --no-install-recommends "${missing[@]}"
+}
+
+# apt-get fills a screen when all is well, so its output is shown only when it fails.
+apt_quietly() {
+    local output
+    output=$(as_root env DEBIAN_FRONTEND=noninteractive \
+        apt-get -q -o DPkg::Lock::Timeout=600 "$@" </dev/null 2>&1) ||
+        die "apt-get $1 failed:"$'\n'"$output"
+}
+
+# Prints the version of the source that an installed package was built from.
+source_version() {
+    dpkg-query -W -f '${source:Version}' "$1"
+}
