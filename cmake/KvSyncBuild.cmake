@@ -7,6 +7,11 @@ if(KVSYNC_SANITIZERS)
   add_link_options(-fsanitize=${KVSYNC_SANITIZERS})
 endif()
 
+if(KVSYNC_BUILD_FUZZERS)
+  # Coverage of the whole build guides the fuzzers; only their programs link libFuzzer.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 if(PROJECT_IS_TOP_LEVEL)
   # Hosts, libraries and plug-ins share one folder, as they do on a customer's machine; below it
   # stand Logic/ and Device/.
