@@ -1,25 +1,55 @@
-# The program as customers get it: kvsync, the libraries and the sample plug-ins in one folder, with
-# every DLL that they need on Windows.
+# The program as customers get it: kvsync, the libraries and the sample plug-ins in one folder, on
+# Windows with every DLL that they need.
 #
+#   cmake --install build/<preset> --component program --prefix <folder>
 #   cpack --config build/<preset>/CPackConfig.cmake
 
 if(NOT KVSYNC_BUILD_TOOLS)
   return()
 endif()
 
-set(runtime_libraries KvSyncTool KvSyncCore)
+set(program_libraries KvSyncTool KvSyncCore)
 if(NOT KVSYNC_TESSEL3SYNC_ROOT)
-  list(APPEND runtime_libraries Tessel3Sync)
+  list(APPEND program_libraries Tessel3Sync)
 endif()
-
-# A program finds its DLLs, and everywhere its plug-in folders, beside it.
-install(TARGETS kvsync ${runtime_libraries}
+install(TARGETS kvsync ${program_libraries}
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT program
-  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT program NAMELINK_SKIP
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT program
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT program EXCLUDE_FROM_ALL)
+
+# Plug-in folders stand beside the executable, everywhere.
 install(TARGETS Scanner
   LIBRARY DESTINATION ${CMAKE_INSTALL_BINDIR}/Logic COMPONENT program)
 if(TARGET VirtualScanner)
   install(TARGETS VirtualScanner
     LIBRARY DESTINATION ${CMAKE_INSTALL_BINDIR}/Device COMPONENT program)
 endif()
+
+if(MINGW)
+  # Where DLLs come from: the prefixes of Qt and glog, and the compiler's own run-time libraries.
+  foreach(library IN ITEMS libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
+    execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${library}
+      OUTPUT_VARIABLE file OUTPUT_STRIP_TRAILING_WHITESPACE)
+    cmake_path(GET file PARENT_PATH folder)
+    list(APPEND dll_folders "${folder}")
+  endforeach()
+  foreach(prefix IN LISTS CMAKE_PREFIX_PATH CMAKE_FIND_ROOT_PATH)
+    list(APPEND dll_folders "${prefix}/bin" "${prefix}/lib")
+  endforeach()
+  list(REMOVE_DUPLICATES dll_folders)
+  install(CODE "
+    set(dll_folders \"${dll_folders}\")
+    set(objdump \"${CMAKE_OBJDUMP}\")
+    set(bindir \"${CMAKE_INSTALL_BINDIR}\")
+    include(\"${PROJECT_SOURCE_DIR}/cmake/CollectWindowsDlls.cmake\")"
+    COMPONENT program)
+endif()
+
+set(CPACK_PACKAGE_NAME KvSync)
+set(CPACK_PACKAGE_VENDOR KvSync)
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
+set(CPACK_GENERATOR ZIP)
+set(CPACK_COMPONENTS_ALL program)
+set(CPACK_ARCHIVE_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_GROUPING ALL_COMPONENTS_IN_ONE)
+include(CPack)

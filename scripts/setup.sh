@@ -18,6 +18,7 @@ packages=(
     qtbase5-dev        # Core; Gui for the PNG files that the tools write; Test
     libgoogle-glog-dev
     libcli11-dev
+    nlohmann-json3-dev # fault plans of the simulator
     googletest         # sources, built along with the tests
     libbenchmark-dev
 
@@ -27,6 +28,7 @@ packages=(
     clang-tidy
     llvm               # llvm-symbolizer for sanitizer reports, llvm-readobj for exports
     shellcheck
+    jq                 # reads the summaries of kvsync
 )
 
 ensure_packages "${packages[@]}"

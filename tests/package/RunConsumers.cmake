@@ -11,7 +11,8 @@ file(REMOVE_RECURSE "${WORK_DIR}")
 set(options -G "${GENERATOR}" "-DCMAKE_BUILD_TYPE=${BUILD_TYPE}"
   "-DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER}")
 if(TOOLCHAIN)
-  list(APPEND options "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}")
+  list(APPEND options "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}"
+    "-DKVSYNC_WINDOWS_PREFIX=${WINDOWS_PREFIX}")
 else()
   list(APPEND options "-DCMAKE_CXX_COMPILER=${COMPILER}")
 endif()
@@ -23,8 +24,10 @@ endif()
 set(prefixes ${PREFIX_PATH})
 if(MODE STREQUAL "InstalledSdk")
   run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${WORK_DIR}/sdk")
-  list(PREPEND prefixes "${WORK_DIR}/sdk")
-  list(APPEND options "-DKvSyncCore_ROOT=${WORK_DIR}/sdk")
+  # Named in full, since a cross build searches the folders of its own system alone.
+  file(GLOB_RECURSE config "${WORK_DIR}/sdk/KvSyncCoreConfig.cmake")
+  cmake_path(GET config PARENT_PATH config)
+  list(APPEND options "-DKvSyncCore_DIR=${config}")
 else()
   list(APPEND options "-DKVSYNC_SOURCE_DIR=${SOURCE_DIR}" "-DKVSYNC_SANITIZERS=${SANITIZERS}"
     "-DKVSYNC_TESSEL3SYNC_ROOT=${TESSEL3SYNC_ROOT}")
