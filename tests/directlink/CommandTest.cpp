@@ -1,4 +1,5 @@
 #include "DirectLink.h"
+#include "support/RowName.h"
 
 #include <limits>
 
@@ -105,7 +106,7 @@ INSTANTIATE_TEST_SUITE_P(
         BareCommand{"SetProjectDutioRatio", {"dutioRatio"}, "SetProjectDutioRatio(device, 0)"},
         BareCommand{"SetIRLaserDutioRatio", {"dutioRatio"}, "SetIRLaserDutioRatio(device, 0)"},
         BareCommand{"SetDistanceIndicate", {"disStauts"}, "SetDistanceIndicate(device, 0)"}),
-    [](const auto &row) { return std::string(row.param.name); });
+    rowName);
 
 /// How a number and a flag are read from a value of some type.
 struct Reading
@@ -157,7 +158,7 @@ INSTANTIATE_TEST_SUITE_P(
         Reading{"List", QVariantList{1, 2}, "0", "false"},
         Reading{"Map", QVariantMap{{"a", 1}}, "0", "false"},
         Reading{"Invalid", QVariant(), "0", "false"}),
-    [](const auto &row) { return std::string(row.param.name); });
+    rowName);
 
 TEST_F(CommandTable, CrossesTheLastTwoStrobeDutyRatios)
 {

@@ -1,4 +1,5 @@
 #include "DirectLink.h"
+#include "support/RowName.h"
 
 #include <limits>
 #include <memory>
@@ -197,7 +198,7 @@ INSTANTIATE_TEST_SUITE_P(
                       Dimensions{"BothLargest", largestInt, largestInt},
                       // The largest product of all, and more than an array can hold.
                       Dimensions{"ProductOfTheLargestInteger", largestInt, 1}),
-    [](const auto &row) { return std::string(row.param.name); });
+    rowName);
 
 class Projection : public ::testing::TestWithParam<ProjectorSpace::SubPatternType>
 {
