@@ -133,7 +133,8 @@ protected:
 
 TEST_P(DirectLinkRefusal, GivesTheStatedCodeOutValuesAndLines)
 {
-    const auto &[expectation, refusal] = GetParam();
+    const Expectation &expectation = GetParam().expectation;
+    const Refusal &refusal = GetParam().refusal;
     link.connect();
     link.scanner.effects = talkativeScanner();
     link.scanner.statuses[refusal.function] = refused;
