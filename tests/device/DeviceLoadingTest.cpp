@@ -301,6 +301,14 @@ TEST_F(DeviceLoading, ATruncatedModuleFailsToLoad)
     EXPECT_EQ(load(camera, camera217), PluginLoadFailed);
 }
 
+TEST_F(DeviceLoading, AModuleWhoseLibraryIsMissingFailsToLoad)
+{
+    folder.copyModule(commandFixture(QStringLiteral("MissingLibrary")),
+                      QStringLiteral("Camera.2.1.3.dll"));
+    EXPECT_EQ(load(camera, camera217), PluginLoadFailed);
+    EXPECT_EQ(log.lines(Channel::QtCritical).size(), 1u);
+}
+
 TEST_F(DeviceLoading, ABrokenHighestBuildIsNotReplacedByALowerOne)
 {
     put(QStringLiteral("Camera.2.1.3.dll"));

@@ -137,6 +137,33 @@ TEST_F(DeviceReentry, IsPossibleInTheConstructorOfTheRootObject)
     EXPECT_EQ(visitor.places, Places{"constructor"});
 }
 
+TEST_F(DeviceReentry, ALoadWithinALoadOfTheSamePluginIsReplacedAndBothSucceed)
+{
+    // What happens when two threads load one plug-in at once, in a fixed order.
+    class Nested : public LendingScript
+    {
+    public:
+        void rootMade() override
+        {
+            if (++rootCount == 1)
+                inner = manager->loadDevicePlugin(subjectName, QVersionNumber(1, 0));
+        }
+
+        DeviceManager *manager = nullptr;
+        int rootCount = 0;
+        ErrorCode inner = HandleInvalid;
+    };
+
+    Nested nested;
+    nested.manager = manager.get();
+    DeviceScript::use(&nested);
+    EXPECT_EQ(manager->loadDevicePlugin(subjectName, version), Success);
+    EXPECT_EQ(nested.inner, Success);
+    EXPECT_EQ(nested.rootCount, 2);
+    EXPECT_EQ(manager->enumDevice(subjectName, version), qMakePair(Success, 5));
+    endManager();
+}
+
 TEST_F(DeviceReentry, IsPossibleInTheInterfaceCastAndWhileCounting)
 {
     loadAndCreate();
