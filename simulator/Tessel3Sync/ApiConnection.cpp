@@ -1,82 +1,16 @@
 // Discovery and connection.
+#include "CameraList.h"
 #include "Request.h"
 #include "Texts.h"
 
-#include <algorithm>
 #include <cstring>
 
 using namespace Tessel3SyncSimulator;
 
 namespace {
 
-constexpr const char *scannerName = "KV-SIM-0001";
 constexpr const char *scanningMode = "SPECKLE";
 constexpr const char *firmwareVersion = "KV-SIM 1.0.0";
-
-/// What stands in a camera's place in the lists: its serial number, its kind (1 with colour) and
-/// the port it is plugged into.
-struct ListedCamera
-{
-    CameraKind kind;
-    char *serial;
-    int color;
-    int port;
-};
-
-const char *serialSuffix(CameraKind kind)
-{
-    switch (kind) {
-    case CameraKind::LeftSpeckle:
-        return "-L";
-    case CameraKind::RightSpeckle:
-        return "-R";
-    case CameraKind::Color:
-        return "-C";
-    }
-    return "";
-}
-
-std::vector<ListedCamera> listedCameras(const Simulator &simulator)
-{
-    std::vector<ListedCamera> list;
-    for (CameraKind kind : simulator.setup.cameras) {
-        list.push_back({kind, lastingText(std::string(scannerName) + serialSuffix(kind)),
-                        kind == CameraKind::Color ? 1 : 0, static_cast<int>(list.size())});
-    }
-    return list;
-}
-
-RETSTATUS checkName(const Simulator &simulator, const char *name)
-{
-    if (!name)
-        return refusal(NullArgument);
-    const bool ours = *name == '\0' || std::strcmp(name, scannerName) == 0;
-    return simulator.attached && ours ? Success : refusal(UnknownScanner);
-}
-
-/// Which cameras the lists name, each once: hosts list the first camera a second time at the end.
-RETSTATUS chooseCameras(const Simulator &simulator, const std::vector<char *> &serials,
-                        const std::vector<int> &a, const std::vector<int> &b,
-                        std::vector<CameraKind> &chosen)
-{
-    if (serials.empty() || a.size() != serials.size() || b.size() != serials.size())
-        return refusal(ListMismatch);
-    const auto listed = listedCameras(simulator);
-    for (std::size_t i = 0; i < serials.size(); ++i) {
-        if (!serials[i])
-            return refusal(NullArgument);
-        const auto found = std::find_if(listed.begin(), listed.end(), [&](const ListedCamera &one) {
-            return std::strcmp(one.serial, serials[i]) == 0;
-        });
-        if (found == listed.end())
-            return refusal(UnknownScanner);
-        if (found->color != a[i] || found->port != b[i])
-            return refusal(ListMismatch);
-        if (std::find(chosen.begin(), chosen.end(), found->kind) == chosen.end())
-            chosen.push_back(found->kind);
-    }
-    return Success;
-}
 
 bool isCamera(const Connection &connection, int index)
 {
@@ -162,11 +96,13 @@ RETSTATUS Tessel3Sync::ReconnectDevice(void *&device)
 
 RETSTATUS Tessel3Sync::DisConnectDevice(void *&device)
 {
-    return Request("DisConnectDevice", device).run([&](Simulator &simulator, Lock &lock) {
-        simulator.disconnect(lock);
-        device = nullptr;
-        return Success;
-    });
+    return Request("DisConnectDevice", device)
+        .evenIfLost()
+        .run([&](Simulator &simulator, Lock &lock) {
+            simulator.disconnect(lock);
+            device = nullptr;
+            return Success;
+        });
 }
 
 RETSTATUS Tessel3Sync::IsConnectedOnU3(const char *name, bool &connected)
@@ -229,9 +165,8 @@ RETSTATUS Tessel3Sync::GetCameraSerialNumber(void *&device, int index, char *&se
             const Connection &connection = simulator.connection;
             if (!isCamera(connection, index))
                 return refusal(UnknownCamera);
-            serial = lastingText(scannerName +
-                                 std::string(serialSuffix(
-                                     connection.cameras[static_cast<std::size_t>(index)].kind)));
+            const auto camera = connection.cameras[static_cast<std::size_t>(index)];
+            serial = cameraSerial(camera.kind);
             return Success;
         });
 }
@@ -256,8 +191,10 @@ RETSTATUS Tessel3Sync::GetStatusDescriptionString(int &status, char *&text)
     return Request("GetStatusDescriptionString")
         .with(status)
         .out("text", text)
-        .run([&](Simulator &, Lock &) {
-            text = lastingText(statusText(status));
+        .evenWithoutPlan()
+        .run([&](Simulator &simulator, Lock &) {
+            const bool planned = status == BadFaultPlan && !simulator.planError.empty();
+            text = lastingText(planned ? simulator.planError : statusText(status));
             return Success;
         });
 }

@@ -8,9 +8,12 @@ RETSTATUS Tessel3Sync::SetScanCallBackFunction(void *&device, ScanCallBack funct
 {
     return Request("SetScanCallBackFunction", device)
         .with(reinterpret_cast<const void *>(function), context)
+        .evenIfLost()
         .run([&](Simulator &simulator, Lock &lock) {
             simulator.connection.callbacks.scan = function;
             simulator.connection.callbacks.scanContext = context;
+            if (!function)
+                simulator.connection.trigger.lingering = false;
             simulator.frames.awaitCallback(lock);
             return Success;
         });
@@ -21,6 +24,7 @@ RETSTATUS Tessel3Sync::SetStatusCallBackFunction(void *&device, StatusCallBack f
 {
     return Request("SetStatusCallBackFunction", device)
         .with(reinterpret_cast<const void *>(function), context)
+        .evenIfLost()
         .run([&](Simulator &simulator, Lock &lock) {
             simulator.connection.callbacks.status = function;
             simulator.connection.callbacks.statusContext = context;
@@ -93,7 +97,7 @@ RETSTATUS Tessel3Sync::EnableVideoTrigger(void *&device, CAMERA_TRIGGER_MODE mod
         .run([&](Simulator &simulator, Lock &) {
             // Hosts switch off in another mode than they switched on in.
             if (!enable) {
-                simulator.stopTrigger();
+                simulator.switchTriggerOff();
                 return Success;
             }
             if (!isIn(0, mode, MaximumTriggerMode))

@@ -18,8 +18,8 @@ RETSTATUS Tessel3Sync::WriteUserInfomation(void *&device, int address, const cha
                 return refusal(BadAddress);
             if (!readable)
                 return refusal(BadLength);
-            simulator.userInformation[address].assign(data, static_cast<std::size_t>(length));
-            return Success;
+            return simulator.userInformation.write(
+                address, std::string(data, static_cast<std::size_t>(length)));
         });
 }
 
@@ -36,7 +36,10 @@ RETSTATUS Tessel3Sync::ReadUserInfomation(void *&device, int address, char *&buf
                 return refusal(NullArgument);
             if (!isIn(0, address, UserInformationBlocks - 1))
                 return refusal(BadAddress);
-            writeToBuffer(buffer, simulator.userInformation[address]);
-            return Success;
+            std::string text;
+            const RETSTATUS status = simulator.userInformation.read(address, text);
+            if (status == Success)
+                writeToBuffer(buffer, text);
+            return status;
         });
 }

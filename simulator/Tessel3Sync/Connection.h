@@ -6,6 +6,7 @@
 #include "Settings.h"
 
 #include <cstdint>
+#include <deque>
 #include <vector>
 
 namespace Tessel3SyncSimulator {
@@ -19,10 +20,20 @@ struct ConnectedCamera
 struct Trigger
 {
     bool enabled = false;
+    bool lingering = false; ///< switched off, but frames go on coming: hostile mode
     int mode = Tessel3Sync::CAMERA_TRIGGER_MODE_NO_COLOR;
     int periodMs = 0;
     int session = 0; ///< changes with every enabling, so that an old frame knows it is late
     int frame = 0;   ///< number of the last frame produced in this session
+
+    bool runs() const { return enabled || lingering; }
+};
+
+/// What the status callback tells: a StatusEvent and what belongs to it.
+struct StatusBytes
+{
+    unsigned char first;
+    unsigned char second;
 };
 
 struct Callbacks
@@ -41,6 +52,7 @@ struct Connection
     LightSettings light;
     Trigger trigger;
     Callbacks callbacks;
+    std::deque<StatusBytes> events; ///< not delivered yet
     Snapshot snapshot;
     int snapshots = 0;
 };

@@ -1,6 +1,6 @@
+#include "FaultPlan.h"
 #include "Ranges.h"
 #include "Simulator.h"
-#include "render/Calibration.h"
 
 #include <set>
 #include <stdexcept>
@@ -22,6 +22,14 @@ void check(const ScannerSetup &setup)
     const std::set<CameraKind> kinds(setup.cameras.begin(), setup.cameras.end());
     if (kinds.size() != setup.cameras.size())
         throw std::invalid_argument("the scanner has each kind of camera at most once");
+}
+
+void usePlan(const Script &plan)
+{
+    Simulator &simulator = Simulator::instance();
+    Lock lock(simulator.mutex);
+    simulator.plan = plan;
+    simulator.planError.clear();
 }
 
 } // namespace
@@ -66,7 +74,57 @@ void script(const std::string &function, int call, const Answer &answer)
 {
     Simulator &simulator = Simulator::instance();
     Lock lock(simulator.mutex);
-    simulator.script.add(function, call, answer);
+    const bool every = call == EveryCall;
+    simulator.script.add(function, Occasion{every ? 1 : call, every}, answer);
+}
+
+void scriptFrame(int frame, const FrameFault &fault)
+{
+    Simulator &simulator = Simulator::instance();
+    Lock lock(simulator.mutex);
+    simulator.script.add(Occasion{frame, false}, fault);
+}
+
+void setFaultPlan(const std::string &json)
+{
+    usePlan(readFaultPlan(json));
+}
+
+void loadFaultPlan(const std::string &file)
+{
+    usePlan(loadFaultPlan(std::filesystem::u8path(file)));
+}
+
+void setHostile(bool hostile)
+{
+    Simulator &simulator = Simulator::instance();
+    Lock lock(simulator.mutex);
+    simulator.script.hostile = hostile;
+}
+
+void sendStatus(unsigned char first, unsigned char second)
+{
+    Simulator &simulator = Simulator::instance();
+    Lock lock(simulator.mutex);
+    simulator.sendStatus(first, second);
+}
+
+void setAttached(bool attached)
+{
+    Simulator &simulator = Simulator::instance();
+    Lock lock(simulator.mutex);
+    if (attached)
+        simulator.attach();
+    else
+        simulator.detach(std::nullopt);
+}
+
+void setUserInformationFile(const std::string &file)
+{
+    Simulator &simulator = Simulator::instance();
+    Lock lock(simulator.mutex);
+    simulator.userInformation =
+        file.empty() ? UserInformation() : UserInformation(std::filesystem::u8path(file));
 }
 
 Account account()
@@ -74,12 +132,6 @@ Account account()
     Simulator &simulator = Simulator::instance();
     Lock lock(simulator.mutex);
     return simulator.frames.account();
-}
-
-Calibration calibration(CameraKind camera)
-{
-    const ScannerSetup now = setup();
-    return cameraCalibration(camera, now.width, now.height);
 }
 
 } // namespace Tessel3SyncSimulator

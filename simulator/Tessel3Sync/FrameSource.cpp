@@ -1,6 +1,7 @@
 #include "FrameSource.h"
 
 #include "Simulator.h"
+#include "render/Random.h"
 
 namespace Tessel3SyncSimulator {
 
@@ -29,23 +30,15 @@ void FrameSource::wake()
 
 void FrameSource::awaitCallback(Lock &lock)
 {
-    if (calledFromCallback())
-        return;
-    const auto running = callbacks;
-    changed.wait(lock, [&] { return callbackThread == std::thread::id() || callbacks != running; });
+    gate.await(lock);
 }
 
 void FrameSource::awaitIdle(Lock &lock)
 {
-    if (calledFromCallback())
+    if (gate.isHere())
         return;
-    awaitCallback(lock);
-    changed.wait(lock, [&] { return !takingPicture; });
-}
-
-bool FrameSource::calledFromCallback() const
-{
-    return callbackThread == std::this_thread::get_id();
+    gate.await(lock);
+    changed.wait(lock, [&] { return !makingFrame; });
 }
 
 void FrameSource::run()
@@ -58,11 +51,51 @@ void FrameSource::run()
 /// Does the next thing there is to do, or waits for one.
 void FrameSource::work(Lock &lock)
 {
-    const Trigger &trigger = simulator.connection.trigger;
-    if (!trigger.enabled) {
+    const Connection &connection = simulator.connection;
+    if (simulator.backAt && Clock::now() >= *simulator.backAt)
+        simulator.attach();
+    else if (!connection.events.empty())
+        deliverEvent(lock);
+    else if (connection.trigger.runs())
+        followTrigger(lock);
+    else
+        idle(lock);
+}
+
+void FrameSource::idle(Lock &lock)
+{
+    if (!simulator.backAt) {
         changed.wait(lock);
         return;
     }
+    const Clock::time_point until = *simulator.backAt;
+    changed.wait_until(lock, until);
+}
+
+void FrameSource::deliverEvent(Lock &lock)
+{
+    Connection &connection = simulator.connection;
+    const StatusBytes event = connection.events.front();
+    connection.events.pop_front();
+    const Callbacks registered = connection.callbacks;
+    if (!registered.status)
+        return;
+    gate.call(lock, simulator.isHostile(), [&] {
+        const void *context = registered.statusContext;
+        registered.status(context, event.first, event.second);
+    });
+}
+
+/// Whether the trigger is still the one that the thread is following.
+bool FrameSource::follows() const
+{
+    const Trigger &trigger = simulator.connection.trigger;
+    return trigger.runs() && trigger.session == session;
+}
+
+void FrameSource::followTrigger(Lock &lock)
+{
+    const Trigger &trigger = simulator.connection.trigger;
     if (trigger.session != session) {
         beginSession(lock);
         return;
@@ -71,12 +104,41 @@ void FrameSource::work(Lock &lock)
         period = std::chrono::milliseconds(trigger.periodMs);
         lastTick = Clock::now();
     }
-    if (Clock::now() < lastTick + period) {
-        changed.wait_until(lock, lastTick + period);
+    const Clock::time_point due = nextDue();
+    if (Clock::now() < due) {
+        changed.wait_until(lock, due);
         return;
     }
     dropOverdue(&Account::simulatorSlow);
+    if (!follows())
+        return;
+    makingFrame = true;
     makeFrame(lock);
+    makingFrame = false;
+    changed.notify_all();
+}
+
+/// Making the scene ready is no part of the scanner's time: the clock starts afterwards.
+void FrameSource::beginSession(Lock &lock)
+{
+    session = simulator.connection.trigger.session;
+    burst = 0;
+    const Shot shot = nextShot();
+    lock.unlock();
+    Picture::prepare(shot);
+    lock.lock();
+    lastTick = Clock::now();
+}
+
+/// A hostile scanner holds frames back and sends them together.
+FrameSource::Clock::time_point FrameSource::nextDue()
+{
+    if (burst == 0) {
+        const auto frame = static_cast<std::uint32_t>(simulator.connection.trigger.frame);
+        const std::uint64_t dice = scramble(simulator.setup.seed, frame);
+        burst = simulator.isHostile() ? 1 + static_cast<int>(dice % bufferedFrames) : 1;
+    }
+    return lastTick + burst * period;
 }
 
 Shot FrameSource::nextShot() const
@@ -98,82 +160,71 @@ Shot FrameSource::nextShot() const
     return shot;
 }
 
-/// Making the scene ready is no part of the scanner's time: the clock starts afterwards.
-void FrameSource::beginSession(Lock &lock)
+/// Gives out the next frame number; what is planned for it may be the end of the connection.
+FrameFault FrameSource::nextFrame()
 {
-    session = simulator.connection.trigger.session;
-    const Shot shot = nextShot();
-    lock.unlock();
-    Picture::prepare(shot);
-    lock.lock();
-    lastTick = Clock::now();
-}
-
-/// Returns whether the scene had to be made ready for it.
-bool FrameSource::takePicture(Lock &lock, const Shot &shot)
-{
-    takingPicture = true;
-    lock.unlock();
-    const bool prepared = Picture::prepare(shot);
-    picture.take(shot);
-    lock.lock();
-    takingPicture = false;
-    changed.notify_all();
-    return prepared;
+    lastTick += period;
+    const FrameFault *planned = simulator.faultOf(++simulator.connection.trigger.frame);
+    const FrameFault fault = planned ? *planned : FrameFault();
+    if (fault.disconnect)
+        simulator.detach(fault.backAfterMs);
+    return fault;
 }
 
 void FrameSource::makeFrame(Lock &lock)
 {
     const Connection &connection = simulator.connection;
     const Shot shot = nextShot();
-    ++simulator.connection.trigger.frame;
-    lastTick += period;
-    if (!connection.callbacks.scan) {
-        drop(&Account::noCallback);
+    const FrameFault fault = nextFrame();
+    --burst;
+    const Cause lateness = fault.delayMs > 0 ? &Account::planned : &Account::simulatorSlow;
+    changed.wait_for(lock, std::chrono::milliseconds(fault.delayMs), [&] { return !follows(); });
+    if (fault.drop || fault.disconnect) {
+        drop(&Account::planned);
+        dropOverdue(lateness);
         return;
     }
-
-    if (takePicture(lock, shot))
+    if (connection.callbacks.scan && takePicture(lock, shot))
         lastTick = Clock::now();
-    if (!connection.trigger.enabled || connection.trigger.session != session) {
+    if (fault.corrupt)
+        picture.corrupt();
+
+    if (!follows()) {
         drop(&Account::stopped);
         return;
     }
-    dropOverdue(&Account::simulatorSlow);
+    dropOverdue(lateness);
     if (!connection.callbacks.scan) {
         drop(&Account::noCallback);
         return;
     }
     deliver(lock, shot);
-    if (connection.trigger.enabled && connection.trigger.session == session)
-        dropOverdue(&Account::hostSlow);
+    dropOverdue(&Account::hostSlow);
+}
+
+/// Returns whether the scene had to be made ready for it.
+bool FrameSource::takePicture(Lock &lock, const Shot &shot)
+{
+    lock.unlock();
+    const bool prepared = Picture::prepare(shot);
+    picture.take(shot);
+    lock.lock();
+    return prepared;
 }
 
 void FrameSource::deliver(Lock &lock, const Shot &shot)
 {
-    const Callbacks callbacksNow = simulator.connection.callbacks;
+    const Callbacks registered = simulator.connection.callbacks;
     ++counted.produced;
     ++counted.delivered;
-    callBack(lock, [&] {
+    gate.call(lock, simulator.isHostile(), [&] {
         std::vector<unsigned char *> images;
         for (auto &image : picture.images())
             images.push_back(image.data());
         std::vector<int> perImage(images.size(), shot.frame);
-        const void *context = callbacksNow.scanContext;
-        callbacksNow.scan(context, images, shot.width, shot.height, perImage);
+        const void *context = registered.scanContext;
+        registered.scan(context, images, shot.width, shot.height, perImage);
     });
-}
-
-/// Runs host code, one callback at a time, with the mutex released.
-void FrameSource::callBack(Lock &lock, const std::function<void()> &callback)
-{
-    ++callbacks;
-    callbackThread = std::this_thread::get_id();
-    lock.unlock();
-    callback();
-    lock.lock();
-    callbackThread = std::thread::id();
-    changed.notify_all();
 }
 
 void FrameSource::drop(Cause cause)
@@ -186,10 +237,9 @@ void FrameSource::drop(Cause cause)
 void FrameSource::dropOverdue(Cause cause)
 {
     const Clock::time_point oldest = Clock::now() - bufferedFrames * period;
-    while (lastTick + period < oldest) {
-        ++simulator.connection.trigger.frame;
-        lastTick += period;
-        drop(cause);
+    while (follows() && lastTick + period < oldest) {
+        const FrameFault fault = nextFrame();
+        drop(fault.drop || fault.disconnect ? &Account::planned : cause);
     }
 }
 

@@ -7,6 +7,7 @@
 #ifndef TESSEL3SYNCSIMULATOR_FRAMESOURCE_H
 #define TESSEL3SYNCSIMULATOR_FRAMESOURCE_H
 
+#include "CallbackGate.h"
 #include "Lock.h"
 #include "Picture.h"
 
@@ -14,7 +15,6 @@
 
 #include <chrono>
 #include <condition_variable>
-#include <functional>
 #include <thread>
 
 namespace Tessel3SyncSimulator {
@@ -36,7 +36,7 @@ public:
     /// Waits for the callback that is running, if any, unless called from it.
     void awaitCallback(Lock &lock);
 
-    /// Waits likewise, and for the picture that is being made.
+    /// Waits likewise, and for the frame that is being made.
     void awaitIdle(Lock &lock);
 
     const Account &account() const { return counted; }
@@ -46,31 +46,36 @@ private:
     using Clock = std::chrono::steady_clock;
     using Cause = long long Account::*;
 
-    bool calledFromCallback() const;
     void run();
     void work(Lock &lock);
+    void idle(Lock &lock);
+    void deliverEvent(Lock &lock);
+
+    bool follows() const;
+    void followTrigger(Lock &lock);
     void beginSession(Lock &lock);
+    Clock::time_point nextDue();
+    Shot nextShot() const;
+    FrameFault nextFrame();
     void makeFrame(Lock &lock);
     bool takePicture(Lock &lock, const Shot &shot);
     void deliver(Lock &lock, const Shot &shot);
-    void callBack(Lock &lock, const std::function<void()> &callback);
 
     void drop(Cause cause);
     void dropOverdue(Cause cause);
-    Shot nextShot() const;
 
     Simulator &simulator;
     std::condition_variable changed;
     std::thread thread;
 
-    std::thread::id callbackThread;   ///< of the callback that is running, else no thread's
-    unsigned long long callbacks = 0; ///< begun so far
-    bool takingPicture = false;
+    CallbackGate gate;
+    bool makingFrame = false;
 
     Account counted;
     int session = 0;                     ///< of the trigger that the thread is following
     std::chrono::milliseconds period{0}; ///< likewise
     Clock::time_point lastTick;          ///< when the last frame was due
+    int burst = 0;                       ///< frames that are to come together
     Picture picture;
 };
 

@@ -93,6 +93,82 @@ void assign(ReplacementOutput &target, const Value &value)
     target.buffer = replacement;
 }
 
+void corrupt(bool &target)
+{
+    target = !target;
+}
+
+void corrupt(int &target)
+{
+    target = ~target;
+}
+
+void corrupt(double &target)
+{
+    target = -target - 1.0;
+}
+
+void corrupt(std::string &target)
+{
+    for (char &byte : target)
+        byte = static_cast<char>(~byte);
+}
+
+void corrupt(char *&target)
+{
+    if (!target)
+        return;
+    std::string text = target;
+    corrupt(text);
+    target = lastingText(text);
+}
+
+void corrupt(void *&target)
+{
+    target = nullptr;
+}
+
+void corrupt(std::vector<bool> &target)
+{
+    target.flip();
+}
+
+void corrupt(std::vector<int> &target)
+{
+    for (int &value : target)
+        corrupt(value);
+}
+
+void corrupt(std::vector<char *> &target)
+{
+    for (char *&text : target)
+        corrupt(text);
+}
+
+void corrupt(ImageOutput &target)
+{
+    for (auto &image : target.storage.images)
+        corrupt(image.data(), image.size());
+}
+
+void corrupt(BufferOutput &target)
+{
+    // To its last byte, the terminating zero too: only a reader that keeps count survives it.
+    if (target.buffer)
+        corrupt(reinterpret_cast<unsigned char *>(target.buffer), UserInformationLength + 1);
+}
+
+void corrupt(ReplacementOutput &)
+{
+    // The same buffer as the one above.
+}
+
+void corrupt(unsigned char *pixels, std::size_t size)
+{
+    for (std::size_t i = 0; i < size; ++i)
+        pixels[i] = static_cast<unsigned char>(~pixels[i]);
+}
+
 void writeToBuffer(char *buffer, const std::string &text)
 {
     const std::size_t size = std::min<std::size_t>(text.size(), UserInformationLength);

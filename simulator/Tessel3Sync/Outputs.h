@@ -51,6 +51,23 @@ void assign(ImageOutput &target, const Value &value);
 void assign(BufferOutput &target, const Value &value);
 void assign(ReplacementOutput &target, const Value &value);
 
+// Each turns what the call wrote into its complement.
+void corrupt(bool &target);
+void corrupt(int &target);
+void corrupt(double &target);
+void corrupt(std::string &target);
+void corrupt(char *&target);
+void corrupt(void *&target);
+void corrupt(std::vector<bool> &target);
+void corrupt(std::vector<int> &target);
+void corrupt(std::vector<char *> &target);
+void corrupt(ImageOutput &target);
+void corrupt(BufferOutput &target);
+void corrupt(ReplacementOutput &target);
+
+/// The complement of every pixel.
+void corrupt(unsigned char *pixels, std::size_t size);
+
 /// Writes a text with its terminating zero into a buffer for user information, cut to fit.
 void writeToBuffer(char *buffer, const std::string &text);
 

@@ -35,4 +35,10 @@ void Picture::take(const Shot &shot)
     }
 }
 
+void Picture::corrupt()
+{
+    for (auto &image : buffers)
+        Tessel3SyncSimulator::corrupt(image.data() + image.size() / 3, image.size() / 3);
+}
+
 } // namespace Tessel3SyncSimulator

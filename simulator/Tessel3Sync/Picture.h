@@ -33,6 +33,9 @@ public:
 
     void take(const Shot &shot);
 
+    /// Spoils the middle third of every image.
+    void corrupt();
+
     /// One buffer for each camera of the shot last taken, valid until the next.
     std::vector<std::vector<unsigned char>> &images() { return buffers; }
 

@@ -1,5 +1,8 @@
 #include "Request.h"
 
+#include <chrono>
+#include <thread>
+
 namespace Tessel3SyncSimulator {
 
 namespace {
@@ -28,12 +31,30 @@ Request &Request::needsCameras()
     return *this;
 }
 
+Request &Request::evenIfLost()
+{
+    whileLost = true;
+    return *this;
+}
+
+Request &Request::evenWithoutPlan()
+{
+    withoutPlan = true;
+    return *this;
+}
+
 RETSTATUS Request::check(const Simulator &simulator) const
 {
-    const RETSTATUS status = device ? simulator.checkHandle(*device) : Success;
-    if (status == Success && cameras && !simulator.connection.camerasOpen)
+    if (!device)
+        return Success;
+    const RETSTATUS status = simulator.checkHandle(*device);
+    if (status != Success)
+        return status;
+    if (!simulator.attached && !whileLost)
+        return refusal(ConnectionLost);
+    if (cameras && !simulator.connection.camerasOpen)
         return refusal(CamerasClosed);
-    return status;
+    return Success;
 }
 
 RETSTATUS Request::run(const Body &body)
@@ -43,19 +64,36 @@ RETSTATUS Request::run(const Body &body)
     if (device)
         call.arguments.insert(call.arguments.begin(), deviceText(simulator, *device));
     const int number = simulator.recorder.record(call);
+    if (!simulator.planError.empty() && !withoutPlan)
+        return refusal(BadFaultPlan);
 
-    const Answer *scripted = simulator.script.find(call.function, number);
-    const Answer answer = scripted ? *scripted : Answer();
-    RETSTATUS status = Success;
-    if (answer.status) {
-        status = refusal(*answer.status);
-    } else {
-        status = check(simulator);
-        if (status == Success)
-            status = body(simulator, lock);
+    // A copy: the script may change while the call waits.
+    const Answer *planned = simulator.answerTo(call.function, number);
+    const Answer answer = planned ? *planned : Answer();
+    if (answer.delayMs > 0) {
+        lock.unlock();
+        std::this_thread::sleep_for(std::chrono::milliseconds(answer.delayMs));
+        lock.lock();
     }
+    if (answer.disconnect)
+        simulator.detach(answer.backAfterMs);
+    const RETSTATUS status = serve(simulator, lock, answer, body);
     for (const auto &[name, value] : answer.outputs)
-        outputs.at(name)(value);
+        outputs.at(name).write(value);
+    return status;
+}
+
+RETSTATUS Request::serve(Simulator &simulator, Lock &lock, const Answer &answer, const Body &body)
+{
+    if (answer.status)
+        return refusal(*answer.status);
+    RETSTATUS status = check(simulator);
+    if (status == Success)
+        status = body(simulator, lock);
+    if (status == Success && answer.corrupt) {
+        for (const auto &[name, output] : outputs)
+            output.spoil();
+    }
     return status;
 }
 

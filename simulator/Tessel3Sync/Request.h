@@ -36,22 +36,38 @@ public:
     template <typename Target>
     Request &out(const char *name, Target &target)
     {
-        outputs[name] = [&target](const Value &value) { assign(target, value); };
+        outputs[name] = {[&target](const Value &value) { assign(target, value); },
+                         [&target] { corrupt(target); }};
         return *this;
     }
 
     /// Has the call refused while the cameras are closed.
     Request &needsCameras();
 
+    /// Lets the call through though the connection to the scanner is lost.
+    Request &evenIfLost();
+
+    /// Lets the call through though the fault plan cannot be used.
+    Request &evenWithoutPlan();
+
     RETSTATUS run(const Body &body);
 
 private:
+    struct Output
+    {
+        std::function<void(const Value &)> write;
+        std::function<void()> spoil;
+    };
+
+    RETSTATUS serve(Simulator &simulator, Lock &lock, const Answer &answer, const Body &body);
     RETSTATUS check(const Simulator &simulator) const;
 
     Call call;
     std::optional<void *> device;
     bool cameras = false;
-    std::map<std::string, std::function<void(const Value &)>> outputs;
+    bool whileLost = false;
+    bool withoutPlan = false;
+    std::map<std::string, Output> outputs;
 };
 
 } // namespace Tessel3SyncSimulator

@@ -34,6 +34,21 @@ void Scanner::connect()
     ASSERT_EQ(Ok, ConnectDevice("SPECKLE", "", serials, a, b, device));
 }
 
+void Scanner::slowDown()
+{
+    ASSERT_EQ(Ok, SetVideoTriggerPeriod(device, 50));
+}
+
+Frame Scanner::firstFrame(int mode)
+{
+    for (;;) {
+        const Frame frame = FrameCatcher(device).scan(1, mode).front();
+        // On a busy machine the first may be dropped.
+        if (frame.number == 1)
+            return frame;
+    }
+}
+
 void Scanner::expectRefused(Tessel3SyncSimulator::Status status, RETSTATUS result)
 {
     EXPECT_EQ(static_cast<int>(status), static_cast<int>(result));
@@ -47,8 +62,11 @@ FrameCatcher::FrameCatcher(void *&scanner)
 
 FrameCatcher::~FrameCatcher()
 {
+    // Either waits for the callback that may still be running.
     if (device)
         SetScanCallBackFunction(device, nullptr, nullptr);
+    else
+        Tessel3SyncSimulator::reset(Tessel3SyncSimulator::setup());
 }
 
 bool FrameCatcher::waitFor(std::size_t frames)

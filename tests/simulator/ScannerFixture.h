@@ -14,6 +14,17 @@
 
 constexpr auto Ok = Tessel3Sync::RETSTATUS_SUCCESS;
 
+using Images = std::vector<std::vector<unsigned char>>;
+
+struct Frame
+{
+    int number = 0;
+    int width = 0;
+    int height = 0;
+    Images images;
+    std::thread::id thread;
+};
+
 /// A host's view of one connection to a fresh, small simulated scanner.
 class Scanner : public testing::Test
 {
@@ -27,6 +38,12 @@ protected:
     /// Enumerates and connects, listing the first camera twice as hosts do.
     void connect();
 
+    /// A period long enough that a busy machine drops no frame.
+    void slowDown();
+
+    /// Frame number 1 of a new scan, whose noise is therefore always the same.
+    Frame firstFrame(int mode = 1);
+
     /// Expects a refusal, by its status.
     static void expectRefused(Tessel3SyncSimulator::Status status, Tessel3Sync::RETSTATUS result);
 
@@ -36,17 +53,6 @@ protected:
     std::vector<int> b;
     std::vector<bool> flags;
     int count = 0;
-};
-
-using Images = std::vector<std::vector<unsigned char>>;
-
-struct Frame
-{
-    int number = 0;
-    int width = 0;
-    int height = 0;
-    Images images;
-    std::thread::id thread;
 };
 
 /// The host's end of a scan: registers itself as the scan callback and keeps what comes.

@@ -10,8 +10,8 @@ namespace {
 
 constexpr double specklePitch = 5.5; // camera pixels
 constexpr double stripePitch = 24.0;
-constexpr double laserPitch = 90.0;
 constexpr double laserHalfWidth = 2.2;
+constexpr double laserPitch = 0.05; // at distance 1
 
 /// Rounds down; coordinates are far above -2^20.
 int floorOf(double value)
@@ -64,11 +64,11 @@ double Projector::stripes(double u) const
 
 double Projector::laserLines(double across, bool onlyTheMiddle) const
 {
-    const double x = across / (laserPitch * pixel);
+    const double x = across / laserPitch;
     const int line = floorOf(x + 0.5);
     if (onlyTheMiddle && line != 0)
         return 0.0;
-    const double distance = (x - line) * laserPitch / laserHalfWidth;
+    const double distance = (across - line * laserPitch) / (laserHalfWidth * pixel);
     return hill(distance * distance, 1.0);
 }
 

@@ -84,6 +84,12 @@ constexpr int MaximumTriggerPeriodMs = 3600000; ///< milliseconds, from 1
 constexpr int UserInformationBlocks = 256;      ///< addresses 0 to 255
 constexpr int UserInformationLength = 511;      ///< bytes in one block
 
+/// Environment variables that name a fault plan and the file of the user information; read at the
+/// first call, and by reset(). With a plan that cannot be used every call but
+/// GetStatusDescriptionString is refused as BadFaultPlan, whose text says what is wrong with it.
+constexpr const char *FaultPlanVariable = "TESSEL3SYNC_SIMULATOR_PLAN";
+constexpr const char *UserInformationVariable = "TESSEL3SYNC_SIMULATOR_USER_INFORMATION";
+
 // What the scanner is
 
 enum class CameraKind { LeftSpeckle, RightSpeckle, Color };
@@ -107,6 +113,37 @@ TESSEL3SYNC_API void reset(const ScannerSetup &setup = ScannerSetup());
 
 /// The scanner as it is described now.
 TESSEL3SYNC_API ScannerSetup setup();
+
+// What happens to it
+
+/// First and second byte of the status callback. Events are delivered one after another on the
+/// frame thread; those that find no callback registered are lost.
+enum StatusEvent : unsigned char {
+    ConnectionEvent = 1, ///< with a ConnectionState
+    DistanceEvent = 2,   ///< with a DistanceState
+    ButtonEvent = 3,     ///< with the number of the button that was pressed, from 1
+};
+enum ConnectionState : unsigned char { ConnectionIsLost = 0, ConnectionIsBack = 1 };
+enum DistanceState : unsigned char { DistanceTooNear = 1, DistanceRight = 2, DistanceTooFar = 3 };
+
+/// Sends a status event to the connected host, if any.
+TESSEL3SYNC_API void sendStatus(unsigned char first, unsigned char second);
+
+/// Unplugs the scanner or plugs it in again; the connected host gets a connection event. While it
+/// is unplugged it is not found, and its calls are refused as ConnectionLost, save those that
+/// disconnect or set callbacks. The trigger stops and the cameras close: a host whose connection is
+/// back calls ReconnectDevice.
+TESSEL3SYNC_API void setAttached(bool attached);
+
+/// Turns the table with the object, to an angle in degrees; seen from the next frame on. Throws
+/// std::invalid_argument unless the angle lies within 3,600,000 degrees of 0.
+TESSEL3SYNC_API void setTurntableAngle(double degrees);
+TESSEL3SYNC_API double turntableAngle();
+
+/// Names the file in which user information outlasts the process, as UTF-8, and reads it; an empty
+/// name keeps it in memory again, empty. Reads and writes are refused as StorageFailed if the file
+/// is not ours; it is then left as it is.
+TESSEL3SYNC_API void setUserInformationFile(const std::string &file);
 
 // What it was asked to do
 
@@ -149,9 +186,16 @@ using Texts = std::vector<std::optional<std::string>>;
 using Value = std::variant<std::nullptr_t, bool, int, double, std::string, std::vector<bool>,
                            std::vector<int>, Texts>;
 
-/// What one call shall do instead of what it would do by itself.
+/// What one call shall do instead of what it would do by itself, in this order.
 struct Answer
 {
+    Answer() = default;
+    Answer(std::optional<int> returned, std::map<std::string, Value> written)
+        : status(returned)
+        , outputs(std::move(written))
+    {
+    }
+
     /// Returned without doing anything else.
     std::optional<int> status;
     /// Outputs by their names in Tessel3Sync.h, written last, whatever the status. The vector of
@@ -159,15 +203,51 @@ struct Answer
     /// caller's buffer, null sets the pointer to null, and "replacement" puts the text into a new
     /// buffer of 512 bytes, which the caller frees with delete[]; the simulator frees the original.
     std::map<std::string, Value> outputs;
+    /// Passes before anything else happens, in milliseconds; other calls are served meanwhile.
+    int delayMs = 0;
+    /// Every output comes out as its complement: numbers, flags, texts and pixels bit by bit.
+    bool corrupt = false;
+    /// The connection is lost before the call is served, and comes back by itself after so many
+    /// milliseconds, if stated.
+    bool disconnect = false;
+    std::optional<int> backAfterMs;
 };
+
+/// What happens to a frame.
+struct FrameFault
+{
+    int delayMs = 0;         ///< passes before the frame is delivered or dropped
+    bool drop = false;       ///< counted as planned
+    bool corrupt = false;    ///< the middle third of every image comes out as its complement
+    bool disconnect = false; ///< the connection is lost instead of a delivery
+    std::optional<int> backAfterMs;
+};
+
+/// The longest delay of an answer or a fault.
+constexpr int MaximumDelayMs = 600000;
 
 /// The number that stands for every call of a function.
 constexpr int EveryCall = 0;
 
 /// Scripts one call of a function, by its number since reset() (from 1), or every call. The later
-/// of two answers to the same call holds; one for a number goes before one for every call.
-/// Throws std::invalid_argument for an unknown function, output or kind of value.
+/// of two answers to the same call holds; one for a number goes before one for every call; both go
+/// before the fault plan's. Throws std::invalid_argument for an unknown function, output or kind of
+/// value.
 TESSEL3SYNC_API void script(const std::string &function, int call, const Answer &answer);
+
+/// The same for a frame, by its number in any scan.
+TESSEL3SYNC_API void scriptFrame(int frame, const FrameFault &fault);
+
+/// Replaces the fault plan: by a JSON text, or by a file whose name is UTF-8 (docs/simulator.md has
+/// the format; an empty object is the plan without faults). Throws std::invalid_argument with a
+/// text that says what is wrong and where, keeping the old plan.
+TESSEL3SYNC_API void setFaultPlan(const std::string &json);
+TESSEL3SYNC_API void loadFaultPlan(const std::string &file);
+
+/// Hostile mode: every callback comes from another thread; frames come in bursts of up to four; and
+/// after the trigger is switched off they go on coming until the callback is removed or the scanner
+/// disconnected. A fault plan switches it on too.
+TESSEL3SYNC_API void setHostile(bool hostile);
 
 // What became of its frames
 
@@ -208,6 +288,17 @@ struct Calibration
 /// The calibration of a camera at the present resolution.
 TESSEL3SYNC_API Calibration calibration(CameraKind camera);
 
+/// The true depth of each pixel, row by row: the z of its surface point in the camera's own frame
+/// (Calibration's c.z), in millimetres. For a frame of the newest scan, by its number, or for the
+/// scene as it stands now.
+TESSEL3SYNC_API std::vector<float> trueDepth(CameraKind camera, int frame);
+TESSEL3SYNC_API std::vector<float> trueDepth(CameraKind camera);
+
 } // namespace Tessel3SyncSimulator
+
+/// The turntable for those who look the library's functions up at run time, a command plug-in say.
+/// Setting returns 1, or 0 if the angle is refused.
+extern "C" TESSEL3SYNC_API int Tessel3SyncSimulator_setTurntableAngle(double degrees);
+extern "C" TESSEL3SYNC_API double Tessel3SyncSimulator_turntableAngle(void);
 
 #endif

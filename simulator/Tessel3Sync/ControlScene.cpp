@@ -1,0 +1,76 @@
+// The turntable, and the truth about the pictures.
+#include "Simulator.h"
+#include "render/Calibration.h"
+#include "render/View.h"
+
+#include <cmath>
+#include <stdexcept>
+
+namespace Tessel3SyncSimulator {
+
+namespace {
+
+constexpr double largestAngle = 3600000.0;
+
+std::vector<float> depthsAt(CameraKind camera, const ScannerSetup &setup, double degrees)
+{
+    const ViewKey key{camera, setup.width, setup.height, setup.seed, degrees};
+    // A past scene is made for this once; the remembered one stays for the frames to come.
+    return viewIsReady(key) ? viewFor(key)->depths : View(key).depths;
+}
+
+} // namespace
+
+void setTurntableAngle(double degrees)
+{
+    if (!(std::abs(degrees) <= largestAngle))
+        throw std::invalid_argument("the turntable's angle must lie within 3600000 degrees of 0");
+    Simulator &simulator = Simulator::instance();
+    Lock lock(simulator.mutex);
+    simulator.turnTable(degrees);
+}
+
+double turntableAngle()
+{
+    Simulator &simulator = Simulator::instance();
+    Lock lock(simulator.mutex);
+    return simulator.tableDegrees;
+}
+
+Calibration calibration(CameraKind camera)
+{
+    const ScannerSetup now = setup();
+    return cameraCalibration(camera, now.width, now.height);
+}
+
+std::vector<float> trueDepth(CameraKind camera, int frame)
+{
+    Simulator &simulator = Simulator::instance();
+    Lock lock(simulator.mutex);
+    const ScannerSetup setup = simulator.setup;
+    const double degrees = simulator.tableDegreesAt(frame);
+    lock.unlock();
+    return depthsAt(camera, setup, degrees);
+}
+
+std::vector<float> trueDepth(CameraKind camera)
+{
+    return depthsAt(camera, setup(), turntableAngle());
+}
+
+} // namespace Tessel3SyncSimulator
+
+int Tessel3SyncSimulator_setTurntableAngle(double degrees)
+{
+    try {
+        Tessel3SyncSimulator::setTurntableAngle(degrees);
+    } catch (const std::invalid_argument &) {
+        return 0;
+    }
+    return 1;
+}
+
+double Tessel3SyncSimulator_turntableAngle(void)
+{
+    return Tessel3SyncSimulator::turntableAngle();
+}

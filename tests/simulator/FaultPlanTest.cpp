@@ -1,0 +1,347 @@
+#include "ScannerFixture.h"
+#include "StatusCatcher.h"
+#include "TemporaryFolder.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstring>
+#include <future>
+#include <stdexcept>
+
+using namespace Tessel3Sync;
+using namespace Tessel3SyncSimulator;
+using namespace std::chrono_literals;
+
+class FaultPlan : public Scanner
+{
+protected:
+    FaultPlan() { connect(); }
+
+    static std::chrono::steady_clock::duration timeOf(const std::function<void()> &action)
+    {
+        const auto start = std::chrono::steady_clock::now();
+        action();
+        return std::chrono::steady_clock::now() - start;
+    }
+
+    /// Starts a scan that nobody stops, with the callback registered before.
+    void startScan()
+    {
+        ASSERT_EQ(Ok, EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, true));
+    }
+};
+
+TEST_F(FaultPlan, FailsOneCallWithItsStatus)
+{
+    setFaultPlan(R"({"faults": [{"function": "EnableIRLaser", "call": 2, "status": 3}]})");
+    EXPECT_EQ(Ok, EnableIRLaser(device, true));
+    EXPECT_EQ(3, EnableIRLaser(device, true));
+    EXPECT_EQ(Ok, EnableIRLaser(device, true));
+}
+
+TEST_F(FaultPlan, FailsEveryNthCall)
+{
+    setFaultPlan(R"({"faults": [{"function": "EnableIRLaser", "every": 3, "status": 3}]})");
+    for (int call = 1; call <= 9; ++call)
+        EXPECT_EQ(call % 3 == 0 ? 3 : 7, EnableIRLaser(device, true)) << call;
+}
+
+TEST_F(FaultPlan, FailsEveryCallWhenNoNumberIsGiven)
+{
+    setFaultPlan(R"({"faults": [{"function": "EnableIRLaser", "status": -1}]})");
+    EXPECT_EQ(-1, EnableIRLaser(device, true));
+    EXPECT_EQ(-1, EnableIRLaser(device, true));
+}
+
+TEST_F(FaultPlan, ADelayedCallIsServedAfterwards)
+{
+    setFaultPlan(R"({"faults": [{"function": "SetProjectorBrightness", "delayMs": 30}]})");
+    EXPECT_GE(timeOf([&] { EXPECT_EQ(Ok, SetProjectorBrightness(device, 11)); }), 30ms);
+    int brightness = 0;
+    ASSERT_EQ(Ok, GetProjectorBrightness(device, brightness));
+    EXPECT_EQ(11, brightness);
+}
+
+TEST_F(FaultPlan, AHangingCallReturnsThePlannedStatusWithoutBeingServed)
+{
+    setFaultPlan(R"({"faults": [
+        {"function": "SetProjectorBrightness", "call": 1, "hangMs": 30},
+        {"function": "SetProjectorBrightness", "call": 2, "hangMs": 30, "status": 44}]})");
+    EXPECT_GE(timeOf([&] { expectRefused(PlannedFault, SetProjectorBrightness(device, 11)); }),
+              30ms);
+    EXPECT_EQ(44, SetProjectorBrightness(device, 11));
+    int brightness = 0;
+    ASSERT_EQ(Ok, GetProjectorBrightness(device, brightness));
+    EXPECT_EQ(60, brightness);
+}
+
+TEST_F(FaultPlan, OtherCallsAreServedWhileOneHangs)
+{
+    setFaultPlan(R"({"faults": [{"function": "EnableIRLaser", "hangMs": 300}]})");
+    auto hanging = std::async(std::launch::async,
+                              [handle = device]() mutable { return EnableIRLaser(handle, true); });
+    ASSERT_TRUE(eventually([] { return callCount("EnableIRLaser") == 1; }));
+    EXPECT_EQ(Ok, SetProjectorBrightness(device, 1));
+    EXPECT_EQ(std::future_status::timeout, hanging.wait_for(0ms));
+    expectRefused(PlannedFault, hanging.get());
+}
+
+TEST_F(FaultPlan, SetsOutputsOfEveryKind)
+{
+    setFaultPlan(R"({"faults": [
+        {"function": "GetCamerasInformation", "outputs": {
+            "serials": ["A", null], "a": [1, -2], "b": [], "flags": [true, false], "count": 9}},
+        {"function": "GetCameraExposureAndGain", "outputs": {"exposure": 1, "gain": 70000}},
+        {"function": "IsConnectedOnU3", "outputs": {"connected": false}},
+        {"function": "GetFirewareVersion", "outputs": {"version": "?"}},
+        {"function": "GetCameraSerialNumber", "outputs": {"serial": null}}]})");
+    ASSERT_EQ(Ok, GetCamerasInformation("", serials, a, b, flags, count));
+    ASSERT_EQ(2u, serials.size());
+    EXPECT_STREQ("A", serials[0]);
+    EXPECT_EQ(nullptr, serials[1]);
+    EXPECT_EQ((std::vector<int>{1, -2}), a);
+    EXPECT_TRUE(b.empty());
+    EXPECT_EQ((std::vector<bool>{true, false}), flags);
+    EXPECT_EQ(9, count);
+    double exposure = 0.0;
+    int gain = 0;
+    ASSERT_EQ(Ok, GetCameraExposureAndGain(device, 0, exposure, gain));
+    EXPECT_EQ(1.0, exposure);
+    EXPECT_EQ(70000, gain);
+    bool connected = true;
+    ASSERT_EQ(Ok, IsConnectedOnU3("", connected));
+    EXPECT_FALSE(connected);
+    std::string version;
+    ASSERT_EQ(Ok, GetFirewareVersion(device, "", "", version));
+    EXPECT_EQ("?", version);
+    char *serial = version.data();
+    ASSERT_EQ(Ok, GetCameraSerialNumber(device, 0, serial));
+    EXPECT_EQ(nullptr, serial);
+}
+
+TEST_F(FaultPlan, CorruptsTheOutputsOfACall)
+{
+    setFaultPlan(R"({"faults": [
+        {"function": "GetCameraResolution", "corrupt": true},
+        {"function": "GetCameraSerialNumber", "corrupt": true},
+        {"function": "ReadUserInfomation", "corrupt": true}]})");
+    int width = 0;
+    int height = 0;
+    ASSERT_EQ(Ok, GetCameraResolution(device, 0, width, height));
+    EXPECT_EQ(-161, width);
+    EXPECT_EQ(-129, height);
+    char *serial = nullptr;
+    ASSERT_EQ(Ok, GetCameraSerialNumber(device, 0, serial));
+    EXPECT_EQ('K', static_cast<char>(~serial[0]));
+    std::vector<char> room(512, '\0');
+    char *buffer = room.data();
+    ASSERT_EQ(Ok, ReadUserInfomation(device, 0, buffer));
+    EXPECT_EQ(0, std::count(room.begin(), room.end(), '\0'));
+}
+
+TEST_F(FaultPlan, LosesTheConnectionAtACall)
+{
+    StatusCatcher events(device);
+    setFaultPlan(R"({"faults": [{"function": "Project", "call": 1, "disconnect": true}]})");
+    expectRefused(ConnectionLost, Project(device, PROJECTWORKTYPES_SCAN));
+    EXPECT_TRUE(events.waitFor({{ConnectionEvent, ConnectionIsLost}}));
+    expectRefused(ConnectionLost, Project(device, PROJECTWORKTYPES_SCAN));
+}
+
+TEST_F(FaultPlan, LosesTheConnectionAtAFrameAndGetsItBack)
+{
+    StatusCatcher events(device);
+    FrameCatcher catcher(device);
+    setFaultPlan(R"({"faults": [{"frame": 3, "disconnect": true, "backAfterMs": 5}]})");
+    startScan();
+    ASSERT_TRUE(
+        events.waitFor({{ConnectionEvent, ConnectionIsLost}, {ConnectionEvent, ConnectionIsBack}}));
+    EXPECT_LE(catcher.frames().size(), 2u);
+    EXPECT_EQ(1, account().planned);
+    EXPECT_EQ(Ok, ReconnectDevice(device));
+    setFaultPlan("{}");
+    startScan();
+    EXPECT_TRUE(catcher.waitFor(6));
+}
+
+TEST_F(FaultPlan, LosesTheConnectionAtItsFrameThoughNobodyListens)
+{
+    setFaultPlan(R"({"faults": [{"frame": 3, "disconnect": true}]})");
+    startScan();
+    ASSERT_TRUE(eventually([] { return account().planned == 1; }));
+    EXPECT_EQ(3, account().produced);
+    expectRefused(ConnectionLost, ReconnectDevice(device));
+}
+
+TEST_F(FaultPlan, DropsEveryNthFrame)
+{
+    setFaultPlan(R"({"faults": [{"everyFrame": 5, "drop": true}]})");
+    FrameCatcher catcher(device);
+    for (const Frame &frame : catcher.scan(12))
+        EXPECT_NE(0, frame.number % 5);
+    EXPECT_GE(account().planned, 2);
+    EXPECT_TRUE(account().balances());
+}
+
+TEST_F(FaultPlan, CorruptsAFrame)
+{
+    const Images whole = firstFrame().images;
+    setFaultPlan(R"({"faults": [{"frame": 1, "corrupt": true}]})");
+    const Images spoiled = firstFrame().images;
+    for (std::size_t camera = 0; camera < whole.size(); ++camera) {
+        const std::size_t size = whole[camera].size();
+        for (std::size_t i = 0; i < size; ++i) {
+            const bool middle = i >= size / 3 && i < size / 3 * 2;
+            ASSERT_EQ(middle ? 255 - whole[camera][i] : whole[camera][i], spoiled[camera][i]);
+        }
+    }
+}
+
+TEST_F(FaultPlan, ADelayedFrameComesLateAndAHangingOneNotAtAll)
+{
+    ASSERT_EQ(Ok, SetVideoTriggerPeriod(device, 50));
+    setFaultPlan(R"({"faults": [{"frame": 1, "delayMs": 60}, {"frame": 2, "hangMs": 20}]})");
+    FrameCatcher catcher(device);
+    std::vector<Frame> frames;
+    EXPECT_GE(timeOf([&] { frames = catcher.scan(2); }), 110ms);
+    EXPECT_EQ(1, frames[0].number);
+    EXPECT_EQ(3, frames[1].number);
+    EXPECT_EQ(1, account().planned);
+}
+
+TEST_F(FaultPlan, AScanCanBeStoppedWhileAFrameHangs)
+{
+    setFaultPlan(R"({"faults": [{"frame": 1, "delayMs": 600000}]})");
+    FrameCatcher catcher(device);
+    startScan();
+    ASSERT_EQ(Ok, DisConnectDevice(device));
+    connect();
+    FrameCatcher second(device);
+    setFaultPlan("{}");
+    slowDown();
+    EXPECT_EQ(1, second.scan(1).front().number);
+}
+
+TEST_F(FaultPlan, ScriptsGoBeforeThePlan)
+{
+    setFaultPlan(R"({"faults": [{"function": "EnableIRLaser", "status": 3}]})");
+    script("EnableIRLaser", 2, {4, {}});
+    EXPECT_EQ(3, EnableIRLaser(device, true));
+    EXPECT_EQ(4, EnableIRLaser(device, true));
+}
+
+struct BadPlan
+{
+    const char *json;
+    const char *text;
+};
+
+class BadFaultPlans : public testing::TestWithParam<BadPlan>
+{
+};
+
+TEST_P(BadFaultPlans, AreRefusedWithATextThatSaysWhatAndWhere)
+{
+    try {
+        setFaultPlan(GetParam().json);
+        FAIL() << "accepted";
+    } catch (const std::invalid_argument &error) {
+        EXPECT_EQ(GetParam().text,
+                  std::string(error.what()).substr(0, std::strlen(GetParam().text)));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, BadFaultPlans,
+    testing::Values(
+        BadPlan{"", "fault plan: not JSON: "}, BadPlan{"{", "fault plan: not JSON: "},
+        BadPlan{"[]", "fault plan: must be an object"},
+        BadPlan{R"({"fault": []})", "fault plan: unknown key \"fault\""},
+        BadPlan{R"({"hostile": 1})", "fault plan: \"hostile\" must be true or false"},
+        BadPlan{R"({"faults": {}})", "fault plan: \"faults\" must be a list"},
+        BadPlan{R"({"faults": [{"status": 3}]})",
+                "fault plan: faults[0]: needs \"function\", \"frame\" or \"everyFrame\""},
+        BadPlan{R"({"faults": [{"frame": 1}, {"function": "Explode"}]})",
+                "fault plan: faults[1]: the library has no function \"Explode\""},
+        BadPlan{R"({"faults": [{"function": 4}]})",
+                "fault plan: faults[0]: \"function\" must be a text"},
+        BadPlan{R"({"faults": [{"function": "Project", "call": 0}]})",
+                "fault plan: faults[0]: \"call\" must be at least 1"},
+        BadPlan{R"({"faults": [{"function": "Project", "call": 1.5}]})",
+                "fault plan: faults[0]: \"call\" must be an integer"},
+        BadPlan{R"({"faults": [{"function": "Project", "call": 4294967297}]})",
+                "fault plan: faults[0]: \"call\" must be an integer"},
+        BadPlan{R"({"faults": [{"function": "Project", "call": 1, "every": 1}]})",
+                "fault plan: faults[0]: \"call\" and \"every\" exclude each other"},
+        BadPlan{R"({"faults": [{"function": "Project", "drop": true}]})",
+                "fault plan: faults[0]: unknown key \"drop\""},
+        BadPlan{R"({"faults": [{"frame": 1, "status": 3}]})",
+                "fault plan: faults[0]: unknown key \"status\""},
+        BadPlan{R"({"faults": [{"frame": 1, "everyFrame": 1}]})",
+                "fault plan: faults[0]: \"frame\" and \"everyFrame\" exclude each other"},
+        BadPlan{R"({"faults": [{"frame": 1, "delayMs": 1, "hangMs": 1}]})",
+                "fault plan: faults[0]: \"delayMs\" and \"hangMs\" exclude each other"},
+        BadPlan{R"({"faults": [{"frame": 1, "delayMs": 600001}]})",
+                "fault plan: faults[0]: a delay is 0 to 600000 milliseconds"},
+        BadPlan{R"({"faults": [{"frame": 1, "backAfterMs": 1}]})",
+                "fault plan: faults[0]: \"backAfterMs\" needs \"disconnect\""},
+        BadPlan{R"({"faults": [{"function": "GetCameraGain", "outputs": {"volume": 1}}]})",
+                "fault plan: faults[0]: GetCameraGain has no output \"volume\""},
+        BadPlan{R"({"faults": [{"function": "GetCameraGain", "outputs": {"gain": 1.5}}]})",
+                "fault plan: faults[0]: output \"gain\" of GetCameraGain must be an integer"},
+        BadPlan{R"({"faults": [{"function": "GetCameraGain", "outputs": 1}]})",
+                "fault plan: faults[0]: \"outputs\" must be an object"}));
+
+TEST_F(FaultPlan, ABadPlanKeepsTheOldOne)
+{
+    setFaultPlan(R"({"faults": [{"function": "EnableIRLaser", "status": 3}]})");
+    EXPECT_THROW(setFaultPlan("nonsense"), std::invalid_argument);
+    EXPECT_EQ(3, EnableIRLaser(device, true));
+}
+
+TEST_F(FaultPlan, IsReadFromAFile)
+{
+    const TemporaryFolder folder;
+    loadFaultPlan(
+        folder.write("plan.json", R"({"faults": [{"function": "EnableIRLaser", "status": 3}]})"));
+    EXPECT_EQ(3, EnableIRLaser(device, true));
+}
+
+TEST_F(FaultPlan, AFileThatCannotBeReadIsNamed)
+{
+    const TemporaryFolder folder;
+    try {
+        loadFaultPlan(folder.file("missing.json"));
+        FAIL() << "accepted";
+    } catch (const std::invalid_argument &error) {
+        EXPECT_EQ("fault plan " + folder.file("missing.json") + " cannot be read", error.what());
+    }
+}
+
+TEST_F(FaultPlan, IsNamedByTheEnvironmentToo)
+{
+    const TemporaryFolder folder;
+    const EnvironmentVariable variable(
+        FaultPlanVariable,
+        folder.write("plan.json", R"({"faults": [{"function": "GetCameraCount", "status": 3}]})"));
+    reset(smallSetup());
+    EXPECT_EQ(3, GetCameraCount("", count));
+}
+
+TEST_F(FaultPlan, ABadPlanOfTheEnvironmentRefusesEveryCallAndSaysWhyOnce)
+{
+    const TemporaryFolder folder;
+    const std::string file = folder.write("plan.json", R"({"faults": 1})");
+    const std::string text = "fault plan " + file + ": \"faults\" must be a list";
+    const EnvironmentVariable variable(FaultPlanVariable, file);
+    testing::internal::CaptureStderr();
+    reset(smallSetup());
+    expectRefused(BadFaultPlan, GetCameraCount("", count));
+    expectRefused(BadFaultPlan, GetCamerasInformation("", serials, a, b, flags, count));
+    expectRefused(BadFaultPlan, DisConnectDevice(device));
+    EXPECT_EQ("Tessel3Sync simulator: " + text + "\n", testing::internal::GetCapturedStderr());
+    int status = BadFaultPlan;
+    char *description = nullptr;
+    ASSERT_EQ(Ok, GetStatusDescriptionString(status, description));
+    EXPECT_EQ(text, description);
+}
