@@ -3,6 +3,7 @@
 #include "Errors.h"
 #include "ScanSession.h"
 
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
@@ -13,10 +14,12 @@ namespace Scanner {
 
 namespace {
 
+using KvSyncCore::DeviceController;
 using std::chrono::milliseconds;
 
 constexpr int mostFrames = 10000;
 constexpr int longestTimeoutMs = 3600000;
+constexpr milliseconds quietTime(250);
 
 int defaultTimeoutMs(int periodMs)
 {
@@ -76,6 +79,26 @@ private:
     std::optional<QString> cancelled;
 };
 
+/// The next frame, or none if it does not come in time. A scanner that is quiet for a while is
+/// asked whether it is still there.
+std::optional<Frame> nextFrame(CaptureQueue &queue, DirectLink &link, milliseconds limit)
+{
+    const auto end = std::chrono::steady_clock::now() + limit;
+    while (true) {
+        const auto left =
+            std::chrono::duration_cast<milliseconds>(end - std::chrono::steady_clock::now());
+        if (std::optional<Frame> frame = queue.next(std::min(left, quietTime)))
+            return frame;
+        if (left <= quietTime)
+            return std::nullopt;
+        ErrorCode answer = Success;
+        int cameras = 0;
+        link.callIfOpen([&](DeviceController &c) { answer = c.getConnectCameraCount(cameras); });
+        check(answer == Success ? Success : CameraFailed,
+              QStringLiteral("The connection to the scanner was lost during the scan"));
+    }
+}
+
 } // namespace
 
 QVariantList captureScan(DirectLink &link, FrameReceiver &receiver, const QVariantMap &values,
@@ -93,7 +116,7 @@ QVariantList captureScan(DirectLink &link, FrameReceiver &receiver, const QVaria
     QVariantList images;
     FrameAccount account;
     while (account.delivered() < frames) {
-        const std::optional<Frame> frame = queue->next(limit);
+        const std::optional<Frame> frame = nextFrame(*queue, link, limit);
         if (!frame)
             raise(CameraFailed,
                   QStringLiteral("The scanner fell silent: %1 of %2 frames came, then none for "

@@ -19,7 +19,7 @@ using Publish = std::function<void(const QString &name, const QVariantList &payl
 ///
 /// Publishes "frameArrived" (the maps of one delivery) and "progress" on the calling thread. Throws
 /// `InvalidParameter` for what cannot be used, and `CameraFailed` if the scanner refuses, falls
-/// silent or is stopped from elsewhere.
+/// silent, is lost or is stopped from elsewhere.
 QVariantList captureScan(DirectLink &link, FrameReceiver &receiver, const QVariantMap &parameters,
                          const Publish &publish);
 

@@ -55,10 +55,29 @@ int wholeNumberFrom(const QVariant &value, const QString &name, int minimum, int
     return static_cast<int>(number);
 }
 
+double realNumberFrom(const QVariant &value, const QString &name, double minimum, double maximum)
+{
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    if (!isNumber || !(number >= minimum && number <= maximum))
+        raise(InvalidParameter, QStringLiteral("%1 must be a number from %2 to %3, not %4")
+                                    .arg(name)
+                                    .arg(minimum, 0, 'g', 10)
+                                    .arg(maximum, 0, 'g', 10)
+                                    .arg(shown(value)));
+    return number;
+}
+
 QString shown(const QVariant &value)
 {
     if (!value.isValid())
         return QStringLiteral("nothing");
+    if (value.type() == QVariant::List) {
+        QStringList elements;
+        for (const QVariant &element : value.toList())
+            elements.append(shown(element));
+        return QStringLiteral("[%1]").arg(elements.join(QStringLiteral(", ")));
+    }
     if (!value.canConvert<QString>())
         return QStringLiteral("a %1").arg(QString::fromLatin1(value.typeName()));
     if (value.type() == QVariant::String)

@@ -28,6 +28,9 @@ private:
 /// `value` as a whole number in the range; `name` is for the text of the failure.
 int wholeNumberFrom(const QVariant &value, const QString &name, int minimum, int maximum);
 
+/// The same for a number with places behind the point.
+double realNumberFrom(const QVariant &value, const QString &name, double minimum, double maximum);
+
 /// `value` as a text for people, quoted if it is a text.
 QString shown(const QVariant &value);
 

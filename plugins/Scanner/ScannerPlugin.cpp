@@ -1,8 +1,13 @@
 #include "ScannerPlugin.h"
 
 #include "Capture.h"
+#include "Commands.h"
 #include "Errors.h"
+#include "Light.h"
 #include "Parameters.h"
+#include "Snapshot.h"
+#include "Turntable.h"
+#include "UserInformation.h"
 
 #include <new>
 
@@ -27,6 +32,7 @@ struct QuietEnd
 
 ScannerPlugin::ScannerPlugin()
     : stream(link, receiver, events, publisher())
+    , settings(link)
 {
 }
 
@@ -46,6 +52,7 @@ qint64 ScannerPlugin::openDevices(const QVariantMap &parameters)
         refuse(QStringLiteral("devices of device plug-ins"));
     const QString serial = Parameters(parameters).text(QStringLiteral("serial"));
     link.open(serial, reinterpret_cast<void *>(&ScannerPlugin::receiveStatus), this);
+    settings.forget();
     return DirectLink::handle;
 }
 
@@ -66,46 +73,54 @@ void ScannerPlugin::resetDevices(qint64 handle)
 QVariant ScannerPlugin::getProperty(qint64 handle, const QString &name, const QVariant &)
 {
     link.requireOpen(handle);
-    refuse(QStringLiteral("the property \"%1\"").arg(name));
+    return name == QLatin1String("list") ? settings.list() : settings.read(name);
 }
 
-void ScannerPlugin::setProperty(qint64 handle, const QString &name, const QVariant &)
+void ScannerPlugin::setProperty(qint64 handle, const QString &name, const QVariant &value)
 {
     link.requireOpen(handle);
-    refuse(QStringLiteral("the property \"%1\"").arg(name));
+    settings.write(name, value);
 }
 
 void ScannerPlugin::resetInterface(qint64 handle, const QString &name)
 {
     link.requireOpen(handle);
-    refuse(QStringLiteral("a reset of \"%1\"").arg(name));
+    if (name == QLatin1String("light"))
+        switchLightOff(link);
+    else if (name == QLatin1String("settings"))
+        settings.restoreAll();
+    else
+        settings.restore(name);
 }
 
-void ScannerPlugin::setFlagBitInterface(qint64 handle, const QString &name, bool)
+void ScannerPlugin::setFlagBitInterface(qint64 handle, const QString &name, bool flag)
 {
     link.requireOpen(handle);
-    refuse(QStringLiteral("the flag \"%1\"").arg(name));
+    switchFlag(link, name, flag);
 }
 
 void ScannerPlugin::project(qint64 handle, const QString &pattern)
 {
     link.requireOpen(handle);
-    refuse(QStringLiteral("the pattern \"%1\"").arg(pattern));
+    projectPattern(link, pattern);
 }
 
 QVariantList ScannerPlugin::captureImage(qint64 handle, const QString &kind,
                                          const QVariantMap &parameters)
 {
     link.requireOpen(handle);
-    if (kind != QLatin1String("scan"))
-        refuse(QStringLiteral("images of the kind \"%1\"").arg(kind));
-    return captureScan(link, receiver, parameters, publisher());
+    if (kind == QLatin1String("scan"))
+        return captureScan(link, receiver, parameters, publisher());
+    if (kind == QLatin1String("color"))
+        return captureSnapshot(link, parameters);
+    refuse(QStringLiteral("images of the kind \"%1\"").arg(kind));
 }
 
-void ScannerPlugin::turntableRotate(qint64 handle, const QString &name, const QVariantMap &, bool)
+void ScannerPlugin::turntableRotate(qint64 handle, const QString &name,
+                                    const QVariantMap &parameters, bool flag)
 {
     link.requireOpen(handle);
-    refuse(QStringLiteral("the turntable \"%1\"").arg(name));
+    rotateTurntable(name, parameters, flag);
 }
 
 QVariant ScannerPlugin::execute(qint64 handle, const QString &command,
@@ -120,12 +135,16 @@ QVariant ScannerPlugin::execute(qint64 handle, const QString &command,
         {QLatin1String("startScan"), &ScannerPlugin::startScan},
         {QLatin1String("stopScan"), &ScannerPlugin::stopScan},
         {QLatin1String("info"), &ScannerPlugin::info},
+        {QLatin1String("readUserInformation"), &ScannerPlugin::readUserInformation},
+        {QLatin1String("writeUserInformation"), &ScannerPlugin::writeUserInformation},
     };
     link.requireOpen(handle);
     for (const Row &row : rows) {
         if (row.name == command)
             return (this->*row.run)(arguments);
     }
+    if (isLinkCommand(command))
+        return runLinkCommand(link, command, arguments.value(0).toMap());
     refuse(QStringLiteral("the command \"%1\"").arg(command));
 }
 
@@ -146,6 +165,16 @@ QVariant ScannerPlugin::info(const QVariantList &)
     QVariantMap facts = link.facts();
     facts.insert(QStringLiteral("scanning"), receiver.isReceiving());
     return facts;
+}
+
+QVariant ScannerPlugin::readUserInformation(const QVariantList &arguments)
+{
+    return Scanner::readUserInformation(link, arguments);
+}
+
+QVariant ScannerPlugin::writeUserInformation(const QVariantList &arguments)
+{
+    return Scanner::writeUserInformation(link, arguments);
 }
 
 void ScannerPlugin::receiveStatus(const void *const &context, const unsigned char &first,

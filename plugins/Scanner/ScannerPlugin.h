@@ -4,6 +4,7 @@
 #include "DirectLink.h"
 #include "EventThread.h"
 #include "FrameReceiver.h"
+#include "Settings.h"
 #include "Stream.h"
 
 #include <KvSyncCore/CommandInterface.h>
@@ -34,22 +35,30 @@ public:
     QVariantList getRunningDevList() override;
     /// {"serial": text}: the scanner of the direct link; an empty text takes the one that is there.
     qint64 openDevices(const QVariantMap &parameters) override;
-    /// Ends a scan first, in whatever thread it runs. Unless a slot calls it, no event of the plug-in's
-    /// own thread comes after it.
+    /// Ends a scan first, in whatever thread it runs. Unless a slot calls it, no event of the
+    /// plug-in's own thread comes after it.
     void closeDevices(qint64 handle) override;
     /// Closes the scanner's cameras and connects them again.
     void resetDevices(qint64 handle) override;
+    /// A setting by its name; "list" answers with all of them: see Settings. The value is not used.
     QVariant getProperty(qint64 handle, const QString &name, const QVariant &value) override;
     void setProperty(qint64 handle, const QString &name, const QVariant &value) override;
+    /// "light": lasers and projector off. "settings", or a setting's name: as it was when the
+    /// scanner was opened.
     void resetInterface(qint64 handle, const QString &name) override;
+    /// See switchFlag.
     void setFlagBitInterface(qint64 handle, const QString &name, bool flag) override;
+    /// See projectPattern.
     void project(qint64 handle, const QString &pattern) override;
-    /// "scan": see captureScan.
+    /// "scan": see captureScan. "color": see captureSnapshot.
     QVariantList captureImage(qint64 handle, const QString &kind,
                               const QVariantMap &parameters) override;
+    /// See rotateTurntable; `flag` makes the angle a relative one.
     void turntableRotate(qint64 handle, const QString &name, const QVariantMap &parameters,
                          bool flag) override;
-    /// "startScan" [parameters], "stopScan" and "info".
+    /// "startScan" [parameters] and "stopScan": see Stream. "info": facts about the scanner.
+    /// "readUserInformation" [address] and "writeUserInformation" [address, text]. And each other
+    /// command of the direct link, [parameters]: see runLinkCommand.
     QVariant execute(qint64 handle, const QString &command, const QVariantList &arguments) override;
 
 private:
@@ -60,11 +69,14 @@ private:
     QVariant startScan(const QVariantList &arguments);
     QVariant stopScan(const QVariantList &arguments);
     QVariant info(const QVariantList &arguments);
+    QVariant readUserInformation(const QVariantList &arguments);
+    QVariant writeUserInformation(const QVariantList &arguments);
 
     Scanner::DirectLink link;
     Scanner::FrameReceiver receiver;
     Scanner::EventThread events;
     Scanner::Stream stream;
+    Scanner::Settings settings;
 };
 
 #endif

@@ -4,11 +4,11 @@ using namespace KvSyncTest;
 
 TEST(KvsyncCommandLine, HelpGoesToStandardOutputAndIsNoFailure)
 {
-    for (const QString &command : {QString(), QStringLiteral("scan"), QStringLiteral("exec")}) {
-        QStringList arguments{QStringLiteral("--help")};
-        if (!command.isEmpty())
-            arguments.prepend(command);
-        const Outcome outcome = runKvsync(arguments);
+    for (const QString &command :
+         {QString(), QStringLiteral("scan"), QStringLiteral("exec"), QStringLiteral("scanner"),
+          QStringLiteral("scanner set"), QStringLiteral("scanner user-info write")}) {
+        const QStringList words = command.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+        const Outcome outcome = runKvsync(words + QStringList{QStringLiteral("--help")});
         EXPECT_EQ(outcome.exitCode, 0);
         EXPECT_EQ(outcome.errors.toStdString(), "");
         EXPECT_TRUE(outcome.output.contains(QStringLiteral("Usage: kvsync ") + command))

@@ -170,7 +170,7 @@ TEST(KvsyncExec, FailsIfStandardOutputCannotBeWritten)
     QProcess process;
     process.setStandardOutputFile(QStringLiteral("/dev/full"));
     process.start(logicFolder() + QStringLiteral("/../kvsync"),
-                exec({QStringLiteral("Scanner"), QStringLiteral("getRunningDevList")}));
+                  exec({QStringLiteral("Scanner"), QStringLiteral("getRunningDevList")}));
     ASSERT_TRUE(process.waitForFinished());
     EXPECT_EQ(process.exitCode(), 1);
     EXPECT_EQ(process.readAllStandardError().toStdString(),

@@ -35,6 +35,7 @@ using Command = std::function<void(Context &context)>;
 // Each adds a subcommand to the command line; parsing it puts the command into `chosen`. One file
 // each, one row each in CommandLine.cpp.
 void addScanCommand(CLI::App &app, Command &chosen);
+void addScannerCommand(CLI::App &app, Command &chosen);
 void addExecCommand(CLI::App &app, Command &chosen);
 
 // CLI11 takes a text in brackets for a list of its own and pulls it apart. A control character in

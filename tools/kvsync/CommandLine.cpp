@@ -22,6 +22,7 @@ constexpr int wrongCommandLine = 2;
 
 constexpr void (*addCommands[])(CLI::App &app, Command &chosen) = {
     addScanCommand,
+    addScannerCommand,
     addExecCommand,
 };
 

@@ -34,10 +34,10 @@ QString reportText(const FrameReport &report)
                 .arg(report.produced)
                 .arg(report.delivered)
                 .arg(report.dropped);
-    text += QStringLiteral("%1 frames in %2 s: %3 a second\n")
-                .arg(report.delivered)
-                .arg(report.seconds, 0, 'f', 2)
-                .arg(report.framesPerSecond(), 0, 'f', 1);
+    if (report.delivered > 1)
+        text += QStringLiteral("%1 frames a second, over %2 s from the first to the last\n")
+                    .arg(report.framesPerSecond(), 0, 'f', 1)
+                    .arg(report.seconds, 0, 'f', 2);
     text += QStringLiteral("%1 images in %2\n")
                 .arg(report.images.size())
                 .arg(QDir::toNativeSeparators(report.folder));

@@ -34,6 +34,29 @@ QJsonValue mapToJson(const QVariantMap &map, Bytes bytes)
     return object;
 }
 
+// Whole numbers come out of JSON with 64 bits; those that need no more than 32 stay numbers.
+QVariant narrowed(const QVariant &value)
+{
+    if (value.userType() == QMetaType::LongLong) {
+        const qint64 number = value.toLongLong();
+        const int narrow = static_cast<int>(number);
+        return narrow == number ? QVariant(narrow) : value;
+    }
+    if (value.userType() == QMetaType::QVariantList) {
+        QVariantList list = value.toList();
+        for (QVariant &element : list)
+            element = narrowed(element);
+        return list;
+    }
+    if (value.userType() == QMetaType::QVariantMap) {
+        QVariantMap map = value.toMap();
+        for (QVariant &element : map)
+            element = narrowed(element);
+        return map;
+    }
+    return value;
+}
+
 } // namespace
 
 QJsonValue toJson(const QVariant &value, Bytes bytes)
@@ -69,7 +92,7 @@ QVariant parseJson(const QString &text, const QString &name)
     if (document.array().size() != 1)
         throw KvSyncTool::Exception(InvalidParameter,
                                     QStringLiteral("%1 is not one JSON value: %2").arg(name, text));
-    return document.array().first().toVariant();
+    return narrowed(document.array().first().toVariant());
 }
 
 QByteArray jsonText(const QJsonObject &object)

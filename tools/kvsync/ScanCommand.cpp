@@ -1,12 +1,12 @@
 #include "Command.h"
 #include "ContactSheet.h"
+#include "Environment.h"
 #include "FrameReport.h"
 #include "ImageFiles.h"
 #include "Json.h"
-#include "OpenDevice.h"
+#include "OpenScanner.h"
+#include "Preparation.h"
 #include "ProgressBar.h"
-#include "ScannerService.h"
-#include "StandardOutput.h"
 
 #include <CLI/CLI.hpp>
 #include <KvSyncTool/Exception.h>
@@ -22,20 +22,21 @@ namespace {
 
 struct ScanOptions
 {
+    ScannerOptions scanner;
+    Preparation preparation;
     int frames = 0;
     std::string folder;
-    std::string serial;
+    std::string plan;
     std::optional<int> periodMs;
     std::optional<int> timeoutMs;
     bool color = false;
-    bool json = false;
 };
 
 struct Scan
 {
     QVariantList images; ///< the plug-in's maps
     int dropped = 0;
-    double seconds = 0.0;
+    double seconds = 0.0; ///< from the first frame to the last
 };
 
 QVariantMap captureParameters(const ScanOptions &options)
@@ -49,27 +50,27 @@ QVariantMap captureParameters(const ScanOptions &options)
     return parameters;
 }
 
-Scan scan(const ScanOptions &options, const GlobalOptions &globalOptions)
+Scan scan(const ScanOptions &options, const Context &context)
 {
-    ServiceHost host(globalOptions, scannerPluginName(), scannerPluginVersion());
     ProgressBar bar;
     Scan result;
-    host.listen([&](const Event &event) {
+    QElapsedTimer sinceFirst;
+    OpenScanner scanner(context, options.scanner, [&](const Event &event) {
         if (event.name != QLatin1String("progress"))
             return;
+        if (!sinceFirst.isValid())
+            sinceFirst.start();
+        result.seconds = static_cast<double>(sinceFirst.nsecsElapsed()) / 1e9;
         const QVariantMap progress = event.payload.value(0).toMap();
         result.dropped = progress.value(QStringLiteral("dropped")).toInt();
         bar.show(progress.value(QStringLiteral("delivered")).toInt(), result.dropped,
                  progress.value(QStringLiteral("frames")).toInt());
     });
-    OpenDevice scanner(host, {{QStringLiteral("serial"), fromArgument(options.serial)}});
-    QElapsedTimer time;
-    time.start();
+    prepare(scanner, options.preparation);
     result.images = scanner
                         .call(QStringLiteral("captureImage"),
                               {QStringLiteral("scan"), captureParameters(options)})
                         .toList();
-    result.seconds = static_cast<double>(time.nsecsElapsed()) / 1e9;
     scanner.close();
     return result;
 }
@@ -106,28 +107,30 @@ QJsonObject writeImage(const QDir &folder, const QVariantMap &map, ContactSheet 
             {QStringLiteral("sha256"), sha256(map.value(QStringLiteral("data")).toByteArray())}};
 }
 
-FrameReport writeScan(const QDir &folder, const Scan &scan)
+FrameReport writeScan(const QDir &folder, const Scan &scanned)
 {
-    const QList<int> numbers = frameNumbers(scan.images);
+    const QList<int> numbers = frameNumbers(scanned.images);
     ContactSheet sheet(numbers);
     FrameReport report;
-    for (const QVariant &image : scan.images)
+    for (const QVariant &image : scanned.images)
         report.images.append(writeImage(folder, image.toMap(), sheet));
     report.folder = folder.absolutePath();
     report.contactSheet = writePng(folder, QStringLiteral("contact-sheet.png"), sheet.draw());
     report.delivered = numbers.size();
-    report.dropped = scan.dropped;
+    report.dropped = scanned.dropped;
     report.produced = numbers.isEmpty() ? 0 : numbers.last();
-    report.seconds = scan.seconds;
+    report.seconds = scanned.seconds;
     return report;
 }
 
 void runScan(const ScanOptions &options, Context &context)
 {
     const QDir folder = openOutputFolder(fromArgument(options.folder));
-    FrameReport report = writeScan(folder, scan(options, context.options));
+    if (!options.plan.empty())
+        useFaultPlan(fromArgument(options.plan));
+    FrameReport report = writeScan(folder, scan(options, context));
     report.requested = options.frames;
-    context.output.write(options.json ? jsonText(reportJson(report)) : reportText(report).toUtf8());
+    print(context, options.scanner, reportText(report), reportJson(report));
     if (!report.isBalanced())
         throw KvSyncTool::Exception(
             CameraFailed, QStringLiteral("The account of frames does not balance: %1 produced, "
@@ -152,15 +155,16 @@ void addScanCommand(CLI::App &app, Command &chosen)
         ->required();
     command->add_option("--out", options->folder, "Folder for the images; made if missing")
         ->required();
-    command->add_option("--serial", options->serial,
-                        "Serial number of the scanner; without it, the one that is there");
     command->add_option("--period", options->periodMs,
                         "Milliseconds from frame to frame; without it, as the scanner is set");
     command->add_option("--timeout", options->timeoutMs,
                         "Milliseconds to wait for the next frame; without it, 5000 and ten "
                         "periods");
     command->add_flag("--color", options->color, "Scan with the colour camera too");
-    command->add_flag("--json", options->json, "Print the summary as JSON");
+    command->add_option("--plan", options->plan,
+                        "Fault plan for the simulated scanner, a JSON file");
+    addPreparationOptions(*command, options->preparation);
+    addScannerOptions(*command, options->scanner);
     command->callback([options, &chosen] {
         chosen = [options](Context &context) { runScan(*options, context); };
     });

@@ -1,0 +1,61 @@
+#include "UserInformation.h"
+
+#include "Errors.h"
+#include "Parameters.h"
+
+#include <limits>
+
+namespace Scanner {
+
+using KvSyncCore::DeviceController;
+
+namespace {
+
+unsigned int addressFrom(const QVariantList &arguments)
+{
+    return static_cast<unsigned int>(wholeNumberFrom(
+        arguments.value(0), QStringLiteral("The address"), 0, std::numeric_limits<int>::max()));
+}
+
+QByteArray localBytes(const QString &text)
+{
+    const QByteArray bytes = text.toLocal8Bit();
+    if (QString::fromLocal8Bit(bytes) != text)
+        raise(InvalidParameter,
+              QStringLiteral("The text has characters that the local encoding lacks"));
+    return bytes;
+}
+
+} // namespace
+
+QVariant readUserInformation(DirectLink &link, const QVariantList &arguments)
+{
+    const unsigned int address = addressFrom(arguments);
+    QByteArray data;
+    check(
+        link.call([&](DeviceController &c) {
+            return c.readCustomInfo(DirectLink::handle, address, data);
+        }),
+        QStringLiteral("The scanner refuses to read user information at address %1").arg(address));
+    return QString::fromLocal8Bit(data);
+}
+
+QVariant writeUserInformation(DirectLink &link, const QVariantList &arguments)
+{
+    const unsigned int address = addressFrom(arguments);
+    const QVariant text = arguments.value(1);
+    if (text.type() != QVariant::String)
+        raise(InvalidParameter,
+              QStringLiteral("User information must be a text, not %1").arg(shown(text)));
+    const QByteArray data = localBytes(text.toString());
+    const ErrorCode result = link.call(
+        [&](DeviceController &c) { return c.writeCustomInfo(DirectLink::handle, address, data); });
+    if (result == InvalidParameter)
+        raise(result, QStringLiteral("User information is longer than 511 bytes in UTF-8"));
+    check(
+        result,
+        QStringLiteral("The scanner refuses to write user information at address %1").arg(address));
+    return {};
+}
+
+} // namespace Scanner

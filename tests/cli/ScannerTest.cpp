@@ -1,0 +1,183 @@
+#include "Kvsync.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QJsonArray>
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QImage>
+
+using namespace KvSyncTest;
+
+class KvsyncScanner : public testing::Test
+{
+protected:
+    static QStringList scanner(const QStringList &arguments)
+    {
+        return QStringList{QStringLiteral("scanner")} + arguments;
+    }
+
+    static std::string textOf(const QStringList &arguments)
+    {
+        const Outcome outcome = runKvsync(scanner(arguments));
+        EXPECT_EQ(outcome.exitCode, 0) << outcome.errors.toStdString();
+        return outcome.output.toStdString();
+    }
+
+    static QJsonObject jsonOf(const QStringList &arguments)
+    {
+        return runKvsync(scanner(arguments + QStringList{QStringLiteral("--json")})).json();
+    }
+
+    QString out() const { return folder.filePath(QStringLiteral("snap")); }
+
+    QStringList snap(const QStringList &further = {}) const
+    {
+        return QStringList{QStringLiteral("snap"), QStringLiteral("--out"), out()} + further;
+    }
+
+    QTemporaryDir folder;
+};
+
+TEST_F(KvsyncScanner, InfoTellsPeopleAndPrograms)
+{
+    EXPECT_EQ(textOf({QStringLiteral("info")}), "firmware KV-SIM 1.0.0\n"
+                                                "on a fast USB port\n"
+                                                "a frame every 33 ms\n"
+                                                "camera 0  KV-SIM-0001-L  1280 x 1024 pixels\n"
+                                                "camera 1  KV-SIM-0001-R  1280 x 1024 pixels\n"
+                                                "camera 2  KV-SIM-0001-C  1280 x 1024 pixels\n");
+    const QJsonObject info = jsonOf({QStringLiteral("info")});
+    EXPECT_EQ(info.value(QStringLiteral("cameras")).toArray().size(), 3);
+}
+
+TEST_F(KvsyncScanner, GetPrintsOneSettingOrAllOfThem)
+{
+    EXPECT_EQ(textOf({QStringLiteral("get"), QStringLiteral("periodMs")}), "33\n");
+    EXPECT_EQ(textOf({QStringLiteral("get"), QStringLiteral("strobeDutyRatios")}), "[50,10,20]\n");
+    const QString all = QString::fromStdString(textOf({QStringLiteral("get")}));
+    EXPECT_TRUE(
+        all.contains(QStringLiteral("camera0.exposureUs             8000  (1 to 1000000 us)\n")))
+        << all.toStdString();
+    EXPECT_TRUE(
+        all.contains(QStringLiteral("strobeDutyRatios         [50,10,20]  (0 to 100 % each)\n")));
+    EXPECT_TRUE(all.contains(QStringLiteral("distanceIndication                -  (0 to 3)\n")));
+}
+
+TEST_F(KvsyncScanner, GetPrintsJson)
+{
+    const QJsonObject one = jsonOf({QStringLiteral("get"), QStringLiteral("periodMs")});
+    EXPECT_EQ(one, (QJsonObject{{QStringLiteral("name"), QStringLiteral("periodMs")},
+                                {QStringLiteral("value"), 33}}));
+    EXPECT_EQ(jsonOf({QStringLiteral("get")}).value(QStringLiteral("settings")).toArray().size(),
+              13);
+}
+
+TEST_F(KvsyncScanner, SetTakesNumbersAndLists)
+{
+    EXPECT_EQ(textOf({QStringLiteral("set"), QStringLiteral("camera0.gain"), QStringLiteral("7")}),
+              "7\n");
+    EXPECT_EQ(textOf({QStringLiteral("set"), QStringLiteral("strobeDutyRatios"),
+                      QStringLiteral("[1, 2, 3]")}),
+              "[1,2,3]\n");
+}
+
+TEST_F(KvsyncScanner, SetTellsWhatCannotBeSet)
+{
+    expectFailure(
+        scanner({QStringLiteral("set"), QStringLiteral("camera0.gain"), QStringLiteral("--"),
+                 QStringLiteral("-5")}),
+        QStringLiteral("kvsync: InvalidParameter (0x01000009): The setting "
+                       "\"camera0.gain\" must be a whole number from 0 to 65535, not -5"));
+    expectFailure(
+        scanner({QStringLiteral("set"), QStringLiteral("colour"), QStringLiteral("1")}),
+        QStringLiteral("kvsync: FunctionNotExist (0x01002000): There is no setting \"colour\""));
+    expectFailure(
+        scanner({QStringLiteral("set"), QStringLiteral("periodMs"), QStringLiteral("fast")}),
+        QStringLiteral("kvsync: InvalidParameter (0x01000009): VALUE is not JSON: illegal value: "
+                       "fast"));
+}
+
+TEST_F(KvsyncScanner, SnapWritesEveryPlaneAndThemTogetherInColor)
+{
+    const QJsonObject summary = jsonOf(snap());
+    ASSERT_EQ(summary.value(QStringLiteral("planes")).toArray().size(), 3);
+    const QImage picture(out() + QStringLiteral("/snapshot.png"));
+    ASSERT_EQ(picture.size(), QSize(1280, 1024));
+    const QRgb pixel = picture.pixel(640, 300);
+    int plane = 0;
+    for (const int channel : {qRed(pixel), qGreen(pixel), qBlue(pixel)}) {
+        const QImage image(out() + QStringLiteral("/snapshot-plane-%1.png").arg(plane++));
+        EXPECT_EQ(image.constScanLine(300)[640], channel);
+    }
+}
+
+TEST_F(KvsyncScanner, SettingsChangeWhatASnapshotShows)
+{
+    const auto firstHash = [this](const QStringList &further) {
+        return jsonOf(snap(further))
+            .value(QStringLiteral("planes"))
+            .toArray()
+            .at(0)
+            .toObject()
+            .value(QStringLiteral("sha256"));
+    };
+    const QJsonValue plain = firstHash({});
+    EXPECT_EQ(firstHash({}), plain);
+    EXPECT_NE(firstHash({QStringLiteral("--set"), QStringLiteral("camera2.exposureUs=2000")}),
+              plain);
+    EXPECT_NE(firstHash({QStringLiteral("--switch"), QStringLiteral("blueLaser=on")}), plain);
+    EXPECT_NE(firstHash({QStringLiteral("--project"), QStringLiteral("speckle")}), plain);
+}
+
+TEST_F(KvsyncScanner, PreparationsThatCannotBeMadeAreTold)
+{
+    expectFailure(
+        scanner(snap({QStringLiteral("--set"), QStringLiteral("gain")})),
+        QStringLiteral("kvsync: InvalidParameter (0x01000009): \"gain\" is not NAME=VALUE"));
+    expectFailure(scanner(snap({QStringLiteral("--switch"), QStringLiteral("blueLaser=1")})),
+                  QStringLiteral("kvsync: InvalidParameter (0x01000009): The flag \"blueLaser\" is "
+                                 "on or off, not \"1\""));
+}
+
+TEST_F(KvsyncScanner, CommandsOfTheDirectLinkAnswerWithTheirParameters)
+{
+    EXPECT_EQ(textOf({QStringLiteral("command"), QStringLiteral("stopScan")}), "stopScan done\n");
+    const QJsonObject answer = jsonOf({QStringLiteral("command"), QStringLiteral("EnableBlueLaser"),
+                                       QStringLiteral("laserWorkMode=1")});
+    EXPECT_EQ(answer.value(QStringLiteral("answer")),
+              QJsonValue(QJsonObject{{QStringLiteral("laserWorkMode"), 1},
+                                     {QStringLiteral("bLaserEnable"), QJsonValue::Null}}));
+    expectFailure(scanner({QStringLiteral("command"), QStringLiteral("SetVideoTriggerPeriod"),
+                           QStringLiteral("triggerPeriod=0")}),
+                  QStringLiteral("kvsync: CommandFailed (0x010D0009): The scanner refuses the "
+                                 "command \"SetVideoTriggerPeriod\""));
+}
+
+TEST_F(KvsyncScanner, UserInformationIsEchoedAndEmptyAtFirst)
+{
+    EXPECT_EQ(textOf({QStringLiteral("user-info"), QStringLiteral("write"), QStringLiteral("Grüße"),
+                      QStringLiteral("--address"), QStringLiteral("2")}),
+              "Grüße\n");
+    EXPECT_EQ(textOf({QStringLiteral("user-info"), QStringLiteral("read")}), "\n");
+    expectFailure(scanner({QStringLiteral("user-info"), QStringLiteral("read"),
+                           QStringLiteral("--address"), QStringLiteral("256")}),
+                  QStringLiteral("kvsync: DeviceOperationFailed (0x010F0000): The scanner refuses "
+                                 "to read user information at address 256"));
+}
+
+TEST_F(KvsyncScanner, EveryCommandTakesASerialNumber)
+{
+    const QStringList commands[] = {
+        {QStringLiteral("info")},
+        {QStringLiteral("get")},
+        {QStringLiteral("set"), QStringLiteral("periodMs"), QStringLiteral("9")},
+        snap(),
+        {QStringLiteral("command"), QStringLiteral("stopScan")},
+        {QStringLiteral("user-info"), QStringLiteral("read")},
+        {QStringLiteral("user-info"), QStringLiteral("write"), QStringLiteral("text")},
+    };
+    for (const QStringList &command : commands)
+        expectFailure(
+            scanner(command + QStringList{QStringLiteral("--serial"), QStringLiteral("other")}),
+            QStringLiteral("kvsync: ConnectFailed (0x010D000A): No scanner answers to the serial "
+                           "number \"other\""));
+}

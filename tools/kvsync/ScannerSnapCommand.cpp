@@ -1,0 +1,103 @@
+#include "ImageFiles.h"
+#include "Json.h"
+#include "OpenScanner.h"
+#include "Preparation.h"
+#include "ScannerCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <QtCore/QJsonArray>
+
+#include <memory>
+#include <optional>
+
+namespace KvSyncCli {
+
+namespace {
+
+struct SnapOptions
+{
+    ScannerOptions scanner;
+    Preparation preparation;
+    std::string folder;
+    std::optional<int> route;
+};
+
+constexpr int colorPlanes = 3;
+
+// Red, green and blue in one picture.
+QImage combined(const QList<QImage> &planes)
+{
+    QImage image(planes.first().size(), QImage::Format_RGB888);
+    for (int row = 0; row < image.height(); ++row) {
+        uchar *pixel = image.scanLine(row);
+        for (int column = 0; column < image.width(); ++column)
+            for (const QImage &plane : planes)
+                *pixel++ = plane.constScanLine(row)[column];
+    }
+    return image;
+}
+
+QVariantList snap(const SnapOptions &options, Context &context)
+{
+    QVariantMap parameters;
+    if (options.route)
+        parameters.insert(QStringLiteral("route"), *options.route);
+    OpenScanner scanner(context, options.scanner);
+    prepare(scanner, options.preparation);
+    const QVariantList planes =
+        scanner.call(QStringLiteral("captureImage"), {QStringLiteral("color"), parameters})
+            .toList();
+    scanner.close();
+    return planes;
+}
+
+void runSnap(const SnapOptions &options, Context &context)
+{
+    const QDir folder = openOutputFolder(fromArgument(options.folder));
+    const QVariantList planes = snap(options, context);
+    QList<QImage> images;
+    QJsonArray summary;
+    QString text;
+    for (const QVariant &plane : planes) {
+        const QVariantMap map = plane.toMap();
+        const QString name = QStringLiteral("snapshot-plane-%1.png").arg(images.size());
+        const QString hash = sha256(map.value(QStringLiteral("data")).toByteArray());
+        images.append(imageFrom(map));
+        writePng(folder, name, images.last());
+        summary.append(QJsonObject{{QStringLiteral("file"), name},
+                                   {QStringLiteral("width"), images.last().width()},
+                                   {QStringLiteral("height"), images.last().height()},
+                                   {QStringLiteral("sha256"), hash}});
+        text += QStringLiteral("plane %1  %2\n").arg(images.size() - 1).arg(hash);
+    }
+    QJsonObject object{{QStringLiteral("folder"), folder.absolutePath()},
+                       {QStringLiteral("planes"), summary}};
+    if (images.size() == colorPlanes) {
+        const QString picture = writePng(folder, QStringLiteral("snapshot.png"), combined(images));
+        object.insert(QStringLiteral("picture"), picture);
+        text += QStringLiteral("picture %1\n").arg(QDir::toNativeSeparators(picture));
+    }
+    print(context, options.scanner, text, object);
+}
+
+} // namespace
+
+void addScannerSnapCommand(CLI::App &scanner, Command &chosen)
+{
+    const auto options = std::make_shared<SnapOptions>();
+    CLI::App *const command =
+        scanner.add_subcommand("snap", "Take a snapshot with the color camera");
+    command->footer("Writes snapshot-plane-N.png for each plane of the sensor and, if there are\n"
+                    "three, snapshot.png with them as red, green and blue.");
+    command->add_option("--out", options->folder, "Folder for the images; made if missing")
+        ->required();
+    command->add_option("--route", options->route,
+                        "The scanner library's control route; 2, as in a scan, if missing");
+    addPreparationOptions(*command, options->preparation);
+    addScannerOptions(*command, options->scanner);
+    command->callback([options, &chosen] {
+        chosen = [options](Context &context) { runSnap(*options, context); };
+    });
+}
+
+} // namespace KvSyncCli
