@@ -1,28 +1,23 @@
-# Runs while installing a Windows build: copies every DLL that the installed files need, and that is
-# not Windows's own, to the folder of the executables.
-#   dll_folders  where to look, objdump  what reads a DLL's imports, bindir  where they go
+# Runs while installing a Windows build: copies every DLL that the installed files need, and that
+# one of our prefixes holds, to the folder of the executables. What no prefix holds is Windows's own.
+#   dll_folders  where to look, objdump  what reads a file's imports, bindir  where they go
+#
+# (CMake's own collector writes names in lower case, which a case-sensitive disk does not find.)
 
 set(target "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/${bindir}")
-file(GLOB executables "${target}/*.exe")
-file(GLOB_RECURSE modules "${target}/*.dll")
-
-set(CMAKE_GET_RUNTIME_DEPENDENCIES_PLATFORM "windows+pe")
-set(CMAKE_GET_RUNTIME_DEPENDENCIES_TOOL objdump)
-set(CMAKE_GET_RUNTIME_DEPENDENCIES_COMMAND "${objdump}")
-file(GET_RUNTIME_DEPENDENCIES
-  EXECUTABLES ${executables}
-  MODULES ${modules}
-  DIRECTORIES "${target}" ${dll_folders}
-  RESOLVED_DEPENDENCIES_VAR found
-  UNRESOLVED_DEPENDENCIES_VAR missing
-  PRE_EXCLUDE_REGEXES "^api-ms-" "^ext-ms-"
-    "^(advapi32|bcrypt|comdlg32|crypt32|d3d9|d3d11|dbghelp|dnsapi|dwmapi|dwrite|dxgi|gdi32|imm32|iphlpapi|kernel32|mpr|msvcrt|netapi32|ntdll|ole32|oleaut32|rpcrt4|setupapi|shell32|shlwapi|user32|userenv|uuid|version|winmm|winspool|ws2_32|wtsapi32)\\.(dll|drv)$")
-if(missing)
-  message(FATAL_ERROR "DLLs that are needed and not found: ${missing}")
-endif()
-foreach(dll IN LISTS found)
-  cmake_path(GET dll PARENT_PATH folder)
-  if(NOT folder STREQUAL target)
-    file(COPY "${dll}" DESTINATION "${target}")
-  endif()
-endforeach()
+file(GLOB_RECURSE waiting "${target}/*.exe" "${target}/*.dll")
+while(waiting)
+  list(POP_FRONT waiting file)
+  execute_process(COMMAND "${objdump}" -p "${file}"
+    OUTPUT_VARIABLE headers COMMAND_ERROR_IS_FATAL ANY)
+  string(REGEX MATCHALL "DLL Name: [^\r\n]+" imports "${headers}")
+  list(TRANSFORM imports REPLACE "DLL Name: " "")
+  foreach(name IN LISTS imports)
+    foreach(folder IN LISTS dll_folders)
+      if(EXISTS "${folder}/${name}" AND NOT EXISTS "${target}/${name}")
+        file(COPY "${folder}/${name}" DESTINATION "${target}")
+        list(APPEND waiting "${target}/${name}")
+      endif()
+    endforeach()
+  endforeach()
+endwhile()

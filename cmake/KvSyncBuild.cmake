@@ -61,4 +61,8 @@ function(kvsync_configure_shared_library target)
   set_target_properties(${target} PROPERTIES
     BUILD_RPATH_USE_ORIGIN ON
     INSTALL_RPATH "$ORIGIN")
+  if(MINGW)
+    # Customers know the DLLs by these names; MinGW would begin them with "lib".
+    set_target_properties(${target} PROPERTIES PREFIX "")
+  endif()
 endfunction()

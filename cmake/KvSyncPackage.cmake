@@ -26,17 +26,7 @@ if(TARGET VirtualScanner)
 endif()
 
 if(MINGW)
-  # Where DLLs come from: the prefixes of Qt and glog, and the compiler's own run-time libraries.
-  foreach(library IN ITEMS libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
-    execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${library}
-      OUTPUT_VARIABLE file OUTPUT_STRIP_TRAILING_WHITESPACE)
-    cmake_path(GET file PARENT_PATH folder)
-    list(APPEND dll_folders "${folder}")
-  endforeach()
-  foreach(prefix IN LISTS CMAKE_PREFIX_PATH CMAKE_FIND_ROOT_PATH)
-    list(APPEND dll_folders "${prefix}/bin" "${prefix}/lib")
-  endforeach()
-  list(REMOVE_DUPLICATES dll_folders)
+  list(TRANSFORM CMAKE_FIND_ROOT_PATH APPEND "/bin" OUTPUT_VARIABLE dll_folders)
   install(CODE "
     set(dll_folders \"${dll_folders}\")
     set(objdump \"${CMAKE_OBJDUMP}\")

@@ -8,6 +8,8 @@ if(tool_name MATCHES "objdump")
   # The export table of a DLL: lines "[ordinal] name" (newer binutils add columns between).
   execute_process(COMMAND "${TOOL}" -p "${LIBRARY}" OUTPUT_VARIABLE dump COMMAND_ERROR_IS_FATAL ANY)
   string(REGEX REPLACE ".*\\[Ordinal/Name Pointer\\] Table" "" dump "${dump}")
+  string(FIND "${dump}" "\n\n" end)
+  string(SUBSTRING "${dump}" 0 ${end} dump)
   string(REGEX MATCHALL "\\[ *[0-9]+\\][^\n]*" lines "${dump}")
   list(TRANSFORM lines REPLACE ".*[ \t]([^ \t]+)$" "\\1")
 else()
