@@ -26,7 +26,7 @@ template <typename Fault>
 void readFault(Members &members, Fault &fault)
 {
     if (members.has("delayMs") && members.has("hangMs"))
-        fail("\"delayMs\" and \"hangMs\" exclude each other");
+        fail(R"("delayMs" and "hangMs" exclude each other)");
     if (members.has("delayMs"))
         fault.delayMs = members.integer("delayMs", 0);
     if (members.has("hangMs"))
@@ -35,7 +35,7 @@ void readFault(Members &members, Fault &fault)
     fault.disconnect = members.flag("disconnect");
     if (members.has("backAfterMs")) {
         if (!fault.disconnect)
-            fail("\"backAfterMs\" needs \"disconnect\"");
+            fail(R"("backAfterMs" needs "disconnect")");
         fault.backAfterMs = members.integer("backAfterMs", 0);
     }
 }
@@ -77,7 +77,7 @@ void readEntry(const Json &entry, Script &script)
     else if (members.has("frame") || members.has("everyFrame"))
         readFrameFault(members, script);
     else
-        fail("needs \"function\", \"frame\" or \"everyFrame\"");
+        fail(R"(needs "function", "frame" or "everyFrame")");
 }
 
 void readEntries(const Json &list, Script &script)

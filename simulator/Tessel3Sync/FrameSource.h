@@ -25,7 +25,7 @@ class Simulator;
 class FrameSource
 {
 public:
-    explicit FrameSource(Simulator &simulator);
+    explicit FrameSource(Simulator &owner);
 
     /// Makes the thread run and look at the trigger.
     void start();

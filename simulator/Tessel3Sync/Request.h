@@ -22,7 +22,7 @@ public:
     explicit Request(const char *function);
 
     /// A call over a connection: refused unless the handle is that of an open one.
-    Request(const char *function, void *device);
+    Request(const char *function, void *handle);
 
     /// Names the inputs, in order.
     template <typename... Inputs>

@@ -54,7 +54,7 @@ class Script
 {
 public:
     /// Throws std::invalid_argument for what the library does not have.
-    void add(const std::string &function, const Occasion &occasion, const Answer &answer);
+    void add(const std::string &name, const Occasion &occasion, const Answer &answer);
     void add(const Occasion &occasion, const FrameFault &fault);
 
     /// Null if the call, or the frame, is to be as it is by itself.

@@ -28,6 +28,7 @@ public:
     /// Never destroyed: its thread may outlive the end of main().
     static Simulator &instance();
 
+    ~Simulator() = delete;
     Simulator(const Simulator &) = delete;
     Simulator &operator=(const Simulator &) = delete;
 
@@ -79,7 +80,6 @@ public:
 
 private:
     Simulator();
-    ~Simulator() = delete;
 
     void readEnvironment();
 

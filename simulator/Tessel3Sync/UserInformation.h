@@ -20,7 +20,7 @@ public:
 
     /// Kept in a file, which is read now; that it does not exist yet is no error. A file that is
     /// not ours is left as it is, and every call is refused.
-    explicit UserInformation(const std::filesystem::path &file);
+    explicit UserInformation(const std::filesystem::path &path);
 
     RETSTATUS write(int address, const std::string &text);
     RETSTATUS read(int address, std::string &text) const;

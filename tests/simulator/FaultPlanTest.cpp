@@ -122,9 +122,24 @@ TEST_F(FaultPlan, SetsOutputsOfEveryKind)
 TEST_F(FaultPlan, CorruptsTheOutputsOfACall)
 {
     setFaultPlan(R"({"faults": [
+        {"function": "GetCamerasInformation", "call": 2, "corrupt": true},
+        {"function": "GetCameraExposure", "corrupt": true},
+        {"function": "GetFirewareVersion", "corrupt": true},
         {"function": "GetCameraResolution", "corrupt": true},
         {"function": "GetCameraSerialNumber", "corrupt": true},
         {"function": "ReadUserInfomation", "corrupt": true}]})");
+    ASSERT_EQ(Ok, GetCamerasInformation("", serials, a, b, flags, count));
+    EXPECT_EQ('K', static_cast<char>(~serials[0][0]));
+    EXPECT_EQ((std::vector<int>{-1, -1, -2}), a);
+    EXPECT_EQ((std::vector<int>{-1, -2, -3}), b);
+    EXPECT_EQ((std::vector<bool>{false, false, false}), flags);
+    EXPECT_EQ(-4, count);
+    double exposure = 0.0;
+    ASSERT_EQ(Ok, GetCameraExposure(device, 0, exposure));
+    EXPECT_EQ(-8001.0, exposure);
+    std::string version;
+    ASSERT_EQ(Ok, GetFirewareVersion(device, "", "", version));
+    EXPECT_EQ('K', static_cast<char>(~version[0]));
     int width = 0;
     int height = 0;
     ASSERT_EQ(Ok, GetCameraResolution(device, 0, width, height));

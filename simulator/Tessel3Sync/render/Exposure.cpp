@@ -143,11 +143,11 @@ Exposure::Exposure(std::shared_ptr<const View> seen, Channel seenIn, const Light
     }
 }
 
-bool Exposure::shows(const View *other, Channel otherChannel, const LightPowers &otherPowers,
+bool Exposure::shows(const View *otherView, Channel otherChannel, const LightPowers &otherPowers,
                      const CameraSettings &otherCamera) const
 {
     // Settings are compared, not computed values: equal means exactly as set.
-    return view.get() == other && channel == otherChannel && powers == otherPowers &&
+    return view.get() == otherView && channel == otherChannel && powers == otherPowers &&
            camera.gain == otherCamera.gain && !(camera.exposureUs < otherCamera.exposureUs) &&
            !(otherCamera.exposureUs < camera.exposureUs);
 }

@@ -22,12 +22,12 @@ LightPowers lightPowers(const LightSettings &settings, Purpose purpose);
 class Exposure
 {
 public:
-    Exposure(std::shared_ptr<const View> view, Channel channel, const LightPowers &powers,
-             const CameraSettings &camera);
+    Exposure(std::shared_ptr<const View> seen, Channel seenIn, const LightPowers &lights,
+             const CameraSettings &settings);
 
     /// Whether it would come out the same for these.
-    bool shows(const View *view, Channel channel, const LightPowers &powers,
-               const CameraSettings &camera) const;
+    bool shows(const View *otherView, Channel otherChannel, const LightPowers &otherPowers,
+               const CameraSettings &otherCamera) const;
 
     /// Writes the picture with the noise of one frame.
     void read(int frame, unsigned char *pixels) const;

@@ -1,5 +1,8 @@
 #include "render/Scene.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace Tessel3SyncSimulator {
 
 namespace {
@@ -131,13 +134,11 @@ bool Scene::shadowed(const Vector &point, const Vector &light) const
 {
     const Vector from = toTable(light - tableCentre);
     const Vector along = toTable(point - light);
-    for (const Ellipsoid &shape : object) {
+    return std::any_of(std::begin(object), std::end(object), [&](const Ellipsoid &shape) {
         const double distance = distanceTo(shape, from, along);
         // The point itself lies at 1; a hair before it is the point's own surface.
-        if (distance > 0.0 && distance < 0.9995)
-            return true;
-    }
-    return false;
+        return distance > 0.0 && distance < 0.9995;
+    });
 }
 
 } // namespace Tessel3SyncSimulator

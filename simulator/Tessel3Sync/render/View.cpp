@@ -16,7 +16,8 @@ constexpr double referenceDistance = 600.0; // where lights are as strong as the
 
 std::uint8_t toByte(double value)
 {
-    return static_cast<std::uint8_t>(std::min(1.0, std::max(0.0, value)) * 255.0 + 0.5);
+    const double raised = std::min(1.0, std::max(0.0, value)) * 255.0 + 0.5;
+    return static_cast<std::uint8_t>(raised);
 }
 
 /// Light from a point: by slant and by distance.
