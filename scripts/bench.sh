@@ -3,8 +3,11 @@
 # Usage: scripts/bench.sh [benchmark options, such as --benchmark_filter=REGEX]
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
+# shellcheck source=scripts/lib/common.sh
+. scripts/lib/common.sh
 
 scripts/setup.sh
+use_ccache
 cmake --preset release >/dev/null
 cmake --build --preset release -j "$(nproc)"
 for benchmark in build/release/benchmarks/*Benchmark; do

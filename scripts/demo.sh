@@ -5,9 +5,11 @@
 #   windows: the same by the Windows build under Wine; then compares the pixels of both.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
+# shellcheck source=scripts/lib/common.sh
+. scripts/lib/common.sh
 
 frames=10
-export CMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER-ccache}
+use_ccache
 
 # build PRESET [cmake options...]
 build() {

@@ -3,20 +3,22 @@
 # Usage: scripts/test.sh [native|sanitizers|windows|all]   (default: native)
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
+# shellcheck source=scripts/lib/common.sh
+. scripts/lib/common.sh
 
 jobs=$(nproc)
-export CMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER-ccache}
+use_ccache
 
 # build PRESET [cmake options...]
 build() {
     local preset=$1
     shift
     echo "== $preset: build"
-    cmake --preset "$preset" "$@" >"build-$preset.log" 2>&1 || {
-        cat "build-$preset.log"
+    mkdir -p build
+    cmake --preset "$preset" "$@" >"build/$preset.log" 2>&1 || {
+        cat "build/$preset.log"
         return 1
     }
-    rm -f "build-$preset.log"
     cmake --build --preset "$preset" -j "$jobs"
 }
 

@@ -44,3 +44,9 @@ apt_quietly() {
 source_version() {
     dpkg-query -W -f '${source:Version}' "$1"
 }
+
+# Compiles through ccache, so that a second checkout finds what the first one compiled. Call it in
+# the root of the checkout.
+use_ccache() {
+    export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+}
