@@ -101,14 +101,14 @@ std::optional<Frame> nextFrame(CaptureQueue &queue, DirectLink &link, millisecon
 
 } // namespace
 
-QVariantList captureScan(DirectLink &link, FrameReceiver &receiver, const QVariantMap &values,
+QVariantList captureScan(DirectLink &link, FrameReceiver &receiver, const QVariantMap &parameters,
                          const Publish &publish)
 {
-    const Parameters parameters(values);
-    const int frames = parameters.wholeNumber(QStringLiteral("frames"), 1, mostFrames);
-    const ScanRequest request = ScanRequest::from(parameters, link);
+    const Parameters read(parameters);
+    const int frames = read.wholeNumber(QStringLiteral("frames"), 1, mostFrames);
+    const ScanRequest request = ScanRequest::from(read, link);
     const milliseconds limit(
-        parameters.optionalWholeNumber(QStringLiteral("timeoutMs"), 1, longestTimeoutMs)
+        read.optionalWholeNumber(QStringLiteral("timeoutMs"), 1, longestTimeoutMs)
             .value_or(defaultTimeoutMs(request.periodMs)));
 
     const auto queue = std::make_shared<CaptureQueue>(frames);

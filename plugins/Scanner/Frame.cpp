@@ -15,7 +15,7 @@ QByteArray copyPixels(const unsigned char *pixels, int width, int height)
     const qint64 size = qint64(width) * height;
     if (!pixels || width <= 0 || height <= 0 || size > std::numeric_limits<int>::max())
         return {};
-    return QByteArray(reinterpret_cast<const char *>(pixels), static_cast<int>(size));
+    return {reinterpret_cast<const char *>(pixels), static_cast<int>(size)};
 }
 
 Frame copyFrame(const std::vector<unsigned char *> &images, int width, int height,

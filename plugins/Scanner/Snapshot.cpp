@@ -29,9 +29,9 @@ std::vector<std::unique_ptr<ImageBlock>> grabBlocks(DirectLink &link, unsigned i
 
 } // namespace
 
-QVariantList captureSnapshot(DirectLink &link, const QVariantMap &values)
+QVariantList captureSnapshot(DirectLink &link, const QVariantMap &parameters)
 {
-    const int route = Parameters(values)
+    const int route = Parameters(parameters)
                           .optionalWholeNumber(QStringLiteral("route"), 0, highestRoute)
                           .value_or(scanRoute);
     QVariantList images;

@@ -43,9 +43,11 @@ void rotateTurntable(const QString &name, const QVariantMap &parameters, bool is
     const double degrees =
         realNumberFrom(parameters.value(QStringLiteral("degrees")), QStringLiteral("\"degrees\""),
                        -farthestDegrees, farthestDegrees);
-    if (!setDegrees(isRelative ? presentDegrees() + degrees : degrees))
-        raise(InvalidParameter,
-              QStringLiteral("The turntable refuses an angle of %1 degrees").arg(degrees));
+    const double target = isRelative ? presentDegrees() + degrees : degrees;
+    if (!setDegrees(target))
+        raise(
+            InvalidParameter,
+            QStringLiteral("The turntable refuses an angle of %1 degrees").arg(target, 0, 'g', 10));
 }
 
 } // namespace Scanner

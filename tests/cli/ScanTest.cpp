@@ -104,6 +104,23 @@ TEST_F(KvsyncScan, AFrameNumberHasTheSamePixelsInEveryRun)
     EXPECT_EQ(once, firstHash());
 }
 
+TEST_F(KvsyncScan, SettingsFlagsAndTurntableChangeWhatItShows)
+{
+    const auto firstHash = [this](const QStringList &further) {
+        return runKvsync(scan(1, further + QStringList{QStringLiteral("--json")}))
+            .json()
+            .value(QStringLiteral("images"))
+            .toArray()
+            .at(0)
+            .toObject()
+            .value(QStringLiteral("sha256"));
+    };
+    const QJsonValue plain = firstHash({});
+    EXPECT_NE(firstHash({QStringLiteral("--set"), QStringLiteral("camera0.gain=40")}), plain);
+    EXPECT_NE(firstHash({QStringLiteral("--switch"), QStringLiteral("blueLaser=on")}), plain);
+    EXPECT_NE(firstHash({QStringLiteral("--turntable"), QStringLiteral("30")}), plain);
+}
+
 TEST_F(KvsyncScan, NonAsciiFolderNamesSurvive)
 {
     const QString name = folder.filePath(QStringLiteral("Größe"));

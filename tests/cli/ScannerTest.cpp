@@ -164,6 +164,19 @@ TEST_F(KvsyncScanner, UserInformationIsEchoedAndEmptyAtFirst)
                                  "to read user information at address 256"));
 }
 
+TEST_F(KvsyncScanner, UserInformationOutlastsTheProgramInAFile)
+{
+    const QStringList store{QStringLiteral("--store"),
+                            folder.filePath(QStringLiteral("größe.json")),
+                            QStringLiteral("--address"), QStringLiteral("7")};
+    EXPECT_EQ(textOf(QStringList{QStringLiteral("user-info"), QStringLiteral("write"),
+                                 QStringLiteral("kept")} +
+                     store),
+              "kept\n");
+    EXPECT_EQ(textOf(QStringList{QStringLiteral("user-info"), QStringLiteral("read")} + store),
+              "kept\n");
+}
+
 TEST_F(KvsyncScanner, EveryCommandTakesASerialNumber)
 {
     const QStringList commands[] = {

@@ -111,3 +111,35 @@ TEST_F(ScannerStore, UserInformationThatCannotBeUsedIsTold)
                  QStringLiteral("The scanner refuses to write user information at address 256"),
                  [&] { write(256, QStringLiteral("text")); });
 }
+
+TEST_F(ScannerStore, TheSimulatedTurntableTurnsToAnAngleOrByOne)
+{
+    const auto rotate = [this](double degrees, bool isRelative) {
+        call(QStringLiteral("turntableRotate"),
+             {scannerHandle, QStringLiteral("simulator"),
+              QVariantMap{{QStringLiteral("degrees"), degrees}}, isRelative});
+    };
+    rotate(30.0, false);
+    EXPECT_EQ(Simulator::turntableAngle(), 30.0);
+    rotate(-10.5, true);
+    EXPECT_EQ(Simulator::turntableAngle(), 19.5);
+    rotate(5.0, false);
+    EXPECT_EQ(Simulator::turntableAngle(), 5.0);
+}
+
+TEST_F(ScannerStore, ATurntableThatCannotTurnIsTold)
+{
+    const QString function = QStringLiteral("turntableRotate");
+    expectFails(FunctionNotExist,
+                QStringLiteral("There is no turntable \"kitchen\", but simulator"), function,
+                {scannerHandle, QStringLiteral("kitchen"), QVariantMap(), false});
+    expectFails(
+        InvalidParameter,
+        QStringLiteral("\"degrees\" must be a number from -3600000 to 3600000, not nothing"),
+        function, {scannerHandle, QStringLiteral("simulator"), QVariantMap(), false});
+    Simulator::setTurntableAngle(3600000.0);
+    expectFails(InvalidParameter,
+                QStringLiteral("The turntable refuses an angle of 3600001 degrees"), function,
+                {scannerHandle, QStringLiteral("simulator"),
+                 QVariantMap{{QStringLiteral("degrees"), 1}}, true});
+}

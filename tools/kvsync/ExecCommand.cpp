@@ -73,7 +73,7 @@ QVariant callFunction(ServiceHost &host, const ExecOptions &options, const QVari
 {
     const QString function = fromArgument(options.function);
     if (options.open.empty()) {
-        const QVariant result = host.call(function, arguments);
+        QVariant result = host.call(function, arguments);
         // A device that stays open could send events while the core goes.
         if (function == QLatin1String("openDevices"))
             host.call(QStringLiteral("closeDevices"), {result});
@@ -81,7 +81,7 @@ QVariant callFunction(ServiceHost &host, const ExecOptions &options, const QVari
     }
     const QVariant parameters = parseJson(fromArgument(options.open), QStringLiteral("--open"));
     OpenDevice device(host, parameters.toMap());
-    const QVariant result = device.call(function, arguments);
+    QVariant result = device.call(function, arguments);
     device.close();
     return result;
 }

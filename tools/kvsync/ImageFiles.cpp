@@ -59,7 +59,7 @@ QImage imageFrom(const QVariantMap &map)
 
 QString writePng(const QDir &folder, const QString &name, const QImage &image)
 {
-    const QString path = folder.filePath(name);
+    QString path = folder.filePath(name);
     QImageWriter writer(path, "png");
     if (!writer.write(image))
         raiseUnwritable(path, writer.errorString());

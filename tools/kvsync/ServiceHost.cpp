@@ -1,13 +1,14 @@
 #include "ServiceHost.h"
 
+#include <utility>
+
 namespace KvSyncCli {
 
 using KvSyncCore::SyncCore;
 
-ServiceHost::ServiceHost(const GlobalOptions &options, const QString &pluginName,
-                         const QVersionNumber &version)
-    : plugin(pluginName)
-    , pluginVersion(version)
+ServiceHost::ServiceHost(const GlobalOptions &options, QString pluginName, QVersionNumber version)
+    : plugin(std::move(pluginName))
+    , pluginVersion(std::move(version))
 {
     core.init(fromArgument(options.logicDir), fromArgument(options.deviceDir));
     core.loadCommandPlugin(plugin, pluginVersion);

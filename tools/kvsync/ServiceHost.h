@@ -22,8 +22,7 @@ class ServiceHost
 {
 public:
     /// Throws what the core throws when the plug-in cannot be loaded.
-    ServiceHost(const GlobalOptions &options, const QString &pluginName,
-                const QVersionNumber &version);
+    ServiceHost(const GlobalOptions &options, QString pluginName, QVersionNumber version);
 
     /// Calls one of the plug-in's functions.
     QVariant call(const QString &function, const QVariantList &arguments);

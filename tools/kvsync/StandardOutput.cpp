@@ -26,9 +26,9 @@ int duplicate(int descriptor)
     return _dup(descriptor);
 }
 
-void replace(int descriptor, int target)
+void redirect(int from, int to)
 {
-    _dup2(descriptor, target);
+    _dup2(to, from);
 }
 
 int openNullDevice()
@@ -58,9 +58,9 @@ int duplicate(int descriptor)
     return dup(descriptor);
 }
 
-void replace(int descriptor, int target)
+void redirect(int from, int to)
 {
-    dup2(descriptor, target);
+    dup2(to, from);
 }
 
 int openNullDevice()
@@ -94,13 +94,13 @@ void sendLibrariesTo(bool standardError)
 {
     std::fflush(stdout);
     if (standardError) {
-        replace(errorDescriptor, outputDescriptor);
+        redirect(outputDescriptor, errorDescriptor);
         return;
     }
     const int nowhere = openNullDevice();
     if (nowhere < 0)
         return;
-    replace(nowhere, outputDescriptor);
+    redirect(outputDescriptor, nowhere);
     closeDescriptor(nowhere);
 }
 

@@ -1,0 +1,118 @@
+// What a scanner that loses frames, connections and patience does to a host.
+#include "ScannerHost.h"
+
+using namespace KvSyncTest;
+namespace Simulator = Tessel3SyncSimulator;
+
+class ScannerFault : public ScannerHost
+{
+protected:
+    ScannerFault() { open(); }
+
+    QVariantMap lastProgress() const
+    {
+        return events(QStringLiteral("progress")).back().payload.value(0).toMap();
+    }
+
+    static QVariantMap frames(int count) { return {{QStringLiteral("frames"), count}}; }
+
+    static void expectBalanced()
+    {
+        const Simulator::Account account = Simulator::account();
+        EXPECT_TRUE(account.balances());
+    }
+};
+
+TEST_F(ScannerFault, DroppedFramesAreCountedAndReplacedByLaterOnes)
+{
+    Simulator::setFaultPlan(R"({"faults": [{"everyFrame": 3, "drop": true}]})");
+    const QVariantList images = capture(frames(8));
+    EXPECT_EQ(images.size(), 16);
+    const int last = images.last().toMap().value(QStringLiteral("frame")).toInt();
+    EXPECT_GE(last, 11); // 3, 6 and 9 are missing
+    EXPECT_EQ(lastProgress().value(QStringLiteral("dropped")), QVariant(last - 8));
+    expectBalanced();
+}
+
+TEST_F(ScannerFault, FramesDroppedBeforeTheFirstAreCounted)
+{
+    Simulator::setFaultPlan(
+        R"({"faults": [{"frame": 1, "drop": true}, {"frame": 2, "drop": true}]})");
+    const QVariantList images = capture(frames(1));
+    const int first = images.first().toMap().value(QStringLiteral("frame")).toInt();
+    EXPECT_GE(first, 3);
+    EXPECT_EQ(lastProgress().value(QStringLiteral("dropped")), QVariant(first - 1));
+}
+
+TEST_F(ScannerFault, ALateFrameIsWaitedFor)
+{
+    Simulator::setFaultPlan(R"({"faults": [{"frame": 2, "delayMs": 600}]})");
+    EXPECT_EQ(capture(frames(2)).size(), 4);
+}
+
+TEST_F(ScannerFault, ALostConnectionEndsTheScanAtOnce)
+{
+    Simulator::setFaultPlan(R"({"faults": [{"frame": 3, "disconnect": true}]})");
+    expectThrows(CameraFailed,
+                 QStringLiteral("The connection to the scanner was lost during the scan"),
+                 [&] { capture(frames(1000)); });
+    EXPECT_LE(lastProgress().value(QStringLiteral("delivered")).toInt(), 2);
+    expectBalanced();
+}
+
+TEST_F(ScannerFault, AConnectionThatComesBackLeavesTheScannerSilent)
+{
+    Simulator::setFaultPlan(R"({"faults": [{"frame": 1, "disconnect": true, "backAfterMs": 0}]})");
+    expectThrows(
+        CameraFailed,
+        QStringLiteral("The scanner fell silent: 0 of 5 frames came, then none for 300 ms"), [&] {
+            capture({{QStringLiteral("frames"), 5}, {QStringLiteral("timeoutMs"), 300}});
+        });
+    Simulator::setFaultPlan("{}");
+    call(QStringLiteral("resetDevices"), {scannerHandle});
+    EXPECT_EQ(capture(frames(2)).size(), 4);
+}
+
+TEST_F(ScannerFault, StatusEventsReachTheHostOnAThreadOfThePluginsOwn)
+{
+    Simulator::sendStatus(Simulator::DistanceEvent, Simulator::DistanceTooFar);
+    ASSERT_TRUE(waitForEvents(QStringLiteral("statusChanged"), 1));
+    const ReceivedEvent event = events(QStringLiteral("statusChanged")).at(0);
+    EXPECT_EQ(event.payload, (QVariantList{QVariantMap{{QStringLiteral("first"), 2},
+                                                       {QStringLiteral("second"), 3}}}));
+    EXPECT_NE(event.thread, std::this_thread::get_id());
+}
+
+TEST_F(ScannerFault, ALostConnectionIsAStatusEventToo)
+{
+    Simulator::setAttached(false);
+    ASSERT_TRUE(waitForEvents(QStringLiteral("statusChanged"), 1));
+    EXPECT_EQ(
+        events(QStringLiteral("statusChanged")).at(0).payload,
+        (QVariantList{QVariantMap{{QStringLiteral("first"), 1}, {QStringLiteral("second"), 0}}}));
+    expectThrows(DeviceOperationFailed,
+                 QStringLiteral("The scanner does not give its firmware version"),
+                 [&] { execute(QStringLiteral("info")); });
+}
+
+TEST_F(ScannerFault, AnUnpluggedScannerCanBeClosedAndOpenedWhenItIsBack)
+{
+    Simulator::setAttached(false);
+    call(QStringLiteral("closeDevices"), {scannerHandle});
+    EXPECT_THROW(open(), KvSyncTool::Exception);
+    Simulator::setAttached(true);
+    open();
+    EXPECT_EQ(capture(frames(1)).size(), 2);
+}
+
+TEST_F(ScannerFault, HostileCallbacksEndWithEveryScan)
+{
+    Simulator::setHostile(true);
+    for (int round = 0; round < 50; ++round) {
+        const QVariantList images = capture(frames(3));
+        ASSERT_EQ(images.size(), 6);
+        execute(QStringLiteral("startScan"));
+        execute(QStringLiteral("stopScan"));
+    }
+    expectBalanced();
+}
