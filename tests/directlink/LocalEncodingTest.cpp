@@ -2,7 +2,7 @@
 // two that are UTF-8.
 
 #include "DirectLink.h"
-#include "LocalCodec.h"
+#include "support/LocaleCodec.h"
 
 #include <QtCore/QStringList>
 #include <QtCore/QVector>
@@ -25,7 +25,7 @@ char scanGbk[] = "\xC9\xA8\xC3\xE8";
 class ChineseMachine : public ConnectedScanner
 {
 protected:
-    LocalCodec codec{"GBK"};
+    LocaleCodec codec{"GBK"};
 };
 
 TEST_F(ChineseMachine, SendsTheSerialToConnectInLocalBytes)
@@ -144,7 +144,7 @@ using WesternMachine = ConnectedScanner;
 
 TEST_F(WesternMachine, SendsQuestionMarksForWhatTheLocalEncodingLacks)
 {
-    const LocalCodec latin1("ISO-8859-1");
+    const LocaleCodec latin1("ISO-8859-1");
     int count = 0;
     EXPECT_THAT(journalOf([&] { controller.getCameraCount(scanText, count); }),
                 Contains(R"(GetCameraCount("??", 0))"));

@@ -1,6 +1,6 @@
 #include "DirectLink.h"
 
-#include "LocalCodec.h"
+#include "support/LocaleCodec.h"
 
 #include <algorithm>
 #include <cstring>
@@ -26,7 +26,7 @@ protected:
         return journalOf([&] { code = controller.readCustomInfo(anyHandle, address, data); });
     }
 
-    LocalCodec codec{"UTF-8"};
+    LocaleCodec codec{"UTF-8"};
     ErrorCode code = ConnectFailed;
     QByteArray data = "before";
 };
@@ -57,7 +57,7 @@ TEST_F(UserInformation, Of300CharactersIn600BytesIsRefused)
 
 TEST_F(UserInformation, IsMeasuredInUtf8NotInTheGivenBytes)
 {
-    const LocalCodec latin1("ISO-8859-1");
+    const LocaleCodec latin1("ISO-8859-1");
     write(QByteArray(300, '\xE9'));
     EXPECT_EQ(code, InvalidParameter);
     write(QByteArray(255, '\xE9'));
