@@ -6,7 +6,8 @@ TEST(KvsyncCommandLine, HelpGoesToStandardOutputAndIsNoFailure)
 {
     for (const QString &command :
          {QString(), QStringLiteral("scan"), QStringLiteral("exec"), QStringLiteral("scanner"),
-          QStringLiteral("scanner set"), QStringLiteral("scanner user-info write")}) {
+          QStringLiteral("scanner set"), QStringLiteral("plugins"), QStringLiteral("plugins why"),
+          QStringLiteral("scanner user-info write")}) {
         const QStringList words = command.split(QLatin1Char(' '), Qt::SkipEmptyParts);
         const Outcome outcome = runKvsync(words + QStringList{QStringLiteral("--help")});
         EXPECT_EQ(outcome.exitCode, 0);

@@ -37,6 +37,7 @@ using Command = std::function<void(Context &context)>;
 void addScanCommand(CLI::App &app, Command &chosen);
 void addScannerCommand(CLI::App &app, Command &chosen);
 void addExecCommand(CLI::App &app, Command &chosen);
+void addPluginsCommand(CLI::App &app, Command &chosen);
 
 // CLI11 takes a text in brackets for a list of its own and pulls it apart. A control character in
 // front keeps it whole on its way through.

@@ -24,6 +24,7 @@ constexpr void (*addCommands[])(CLI::App &app, Command &chosen) = {
     addScanCommand,
     addScannerCommand,
     addExecCommand,
+    addPluginsCommand,
 };
 
 // In the order in which CLI11 takes them: the last first, without the program's name.

@@ -1,0 +1,104 @@
+#include "PluginFolders.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QJsonArray>
+
+namespace KvSyncTest {
+
+namespace {
+
+QString programFolder()
+{
+    return QFileInfo(logicFolder()).path();
+}
+
+} // namespace
+
+PluginFolders::PluginFolders()
+    : folder(programFolder() + QStringLiteral("/plugins-XXXXXX"))
+{
+    EXPECT_TRUE(folder.isValid());
+    EXPECT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("Logic")));
+    EXPECT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("Device")));
+}
+
+QString PluginFolders::logicFile(const QString &fileName) const
+{
+    return folder.filePath(QStringLiteral("Logic/") + fileName);
+}
+
+QString PluginFolders::deviceFile(const QString &fileName) const
+{
+    return folder.filePath(QStringLiteral("Device/") + fileName);
+}
+
+Outcome PluginFolders::run(const QStringList &words) const
+{
+    const QString below = QFileInfo(folder.path()).fileName();
+    return runKvsync(
+        words + QStringList{QStringLiteral("--logic-dir"), below + QStringLiteral("/Logic"),
+                            QStringLiteral("--device-dir"), below + QStringLiteral("/Device")});
+}
+
+QJsonObject PluginFolders::listed(const QString &fileName) const
+{
+    const Outcome outcome = run({QStringLiteral("plugins"), QStringLiteral("--json")});
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.errors.toStdString();
+    for (const QJsonValue &each : outcome.json().value(QStringLiteral("folders")).toArray())
+        for (const QJsonValue &file : each.toObject().value(QStringLiteral("files")).toArray())
+            if (file.toObject().value(QStringLiteral("file")).toString() == fileName)
+                return file.toObject();
+    ADD_FAILURE() << fileName.toStdString() << " is not in the list";
+    return {};
+}
+
+QJsonObject PluginFolders::why(const QString &file, const QStringList &options) const
+{
+    const Outcome outcome = run(QStringList{QStringLiteral("plugins"), QStringLiteral("why"), file,
+                                            QStringLiteral("--json")} +
+                                options);
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.errors.toStdString();
+    return outcome.json();
+}
+
+void copyFile(const QString &from, const QString &to)
+{
+    EXPECT_TRUE(QFile::copy(from, to)) << from.toStdString() << " " << to.toStdString();
+}
+
+void writeFile(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    EXPECT_EQ(file.write(content), content.size());
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+    return file.readAll();
+}
+
+std::string codes(const QJsonObject &file)
+{
+    QStringList result;
+    for (const QJsonValue &reason : file.value(QStringLiteral("reasons")).toArray())
+        result.append(reason.toObject().value(QStringLiteral("code")).toString());
+    return result.join(QLatin1Char(' ')).toStdString();
+}
+
+std::string firstText(const QJsonObject &file)
+{
+    return file.value(QStringLiteral("reasons"))
+        .toArray()
+        .at(0)
+        .toObject()
+        .value(QStringLiteral("text"))
+        .toString()
+        .toStdString();
+}
+
+} // namespace KvSyncTest

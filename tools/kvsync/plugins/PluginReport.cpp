@@ -1,0 +1,245 @@
+#include "PluginReport.h"
+
+#include "BoundedReader.h"
+
+#include <KvSyncCore/CommandInterface.h>
+#include <KvSyncDevice/IFactory.h>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QPluginLoader>
+
+#include <exception>
+
+namespace KvSyncCli {
+
+namespace {
+
+struct KindRow
+{
+    PluginKind kind;
+    const char *name;
+    const char *iid;
+};
+
+constexpr KindRow kinds[] = {
+    {PluginKind::CommandPlugin, "command", CommandInterface_iid},
+    {PluginKind::DevicePlugin, "device", IFactory_iid},
+};
+
+PluginKind kindOf(const QString &iid)
+{
+    for (const KindRow &row : kinds)
+        if (iid == QLatin1String(row.iid))
+            return row.kind;
+    return PluginKind::Unknown;
+}
+
+QString expectedIids(PluginKind expected)
+{
+    QStringList iids;
+    for (const KindRow &row : kinds)
+        if (expected == PluginKind::Unknown || row.kind == expected)
+            iids.append(QString::fromLatin1(row.iid));
+    return iids.join(QStringLiteral(" or "));
+}
+
+/// Puts one report together, step by step.
+class Inspection
+{
+public:
+    Inspection(const PluginSelection &folder, const QString &filePath, PluginKind expected)
+        : report{filePath, PluginFileName(QFileInfo(filePath).fileName())}
+        , expectedKind(expected)
+    {
+        judgeName(folder);
+    }
+
+    void judgeFile(LoadTrial trial)
+    {
+        if (!judgeEntry() || !judgeHeaders())
+            return;
+        judgeMetaData();
+        judgeLibraries();
+        if (trial == LoadTrial::Yes)
+            load();
+    }
+
+    PluginReport report;
+
+private:
+    void add(const char *code, const QString &text) { report.reasons.push_back({code, text}); }
+
+    void judgeName(const PluginSelection &folder)
+    {
+        const QString file = QFileInfo(report.filePath).fileName();
+        const QString pattern = report.fileName.pattern();
+        report.found = folder.found(pattern).contains(file);
+        report.winner = folder.winner(pattern);
+        if (!QDir::match(pattern, file))
+            add("name-pattern",
+                QStringLiteral("the name is read as %1, and %2 does not find it")
+                    .arg(report.fileName.parts.mid(0, 4).join(QStringLiteral(" | ")), pattern));
+        else if (report.found && !report.isSelected())
+            add("shadowed-by-higher-build", shadowText());
+    }
+
+    QString shadowText() const
+    {
+        const int build = PluginFileName(report.winner).build;
+        if (build > report.fileName.build)
+            return QStringLiteral("%1 has build %2, this file %3")
+                .arg(report.winner)
+                .arg(build)
+                .arg(report.fileName.build);
+        return QStringLiteral("%1 has build %2, too, and is listed before this file")
+            .arg(report.winner)
+            .arg(build);
+    }
+
+    // Asked before anything is opened: opening a pipe would wait for a writer.
+    bool judgeEntry()
+    {
+        const QFileInfo entry(report.filePath);
+        if (entry.isSymLink() && !entry.exists())
+            add("not-a-plugin", QStringLiteral("it is a link to %1, which does not exist")
+                                    .arg(entry.symLinkTarget()));
+        else if (entry.isDir())
+            add("not-a-plugin", QStringLiteral("it is a folder"));
+        else if (!entry.isFile())
+            add("not-a-plugin", QStringLiteral("it is no regular file"));
+        else
+            return true;
+        return false;
+    }
+
+    bool judgeHeaders()
+    {
+        QFile file(report.filePath);
+        if (!file.open(QIODevice::ReadOnly)) {
+            add("load-failed", QStringLiteral("it cannot be read: ") + file.errorString());
+            return false;
+        }
+        try {
+            report.library = readLibraryFile(file);
+        } catch (const MalformedFile &damage) {
+            add("not-a-plugin", QStringLiteral("it is damaged, or no shared library: ") +
+                                    QString::fromLatin1(damage.what()));
+            return false;
+        }
+        if (report.library.isForThisProcess())
+            return true;
+        if (report.library.format == LibraryFormat::None)
+            add("not-a-plugin", file.size() == 0 ? QStringLiteral("it is empty")
+                                                 : QStringLiteral("it is neither ELF nor PE"));
+        else
+            add("wrong-architecture",
+                QStringLiteral("it is made for another system or processor: ") +
+                    report.library.kindText());
+        return false;
+    }
+
+    // Metadata are read from the file; nothing is loaded.
+    void judgeMetaData()
+    {
+        const QPluginLoader loader(report.filePath);
+        report.metaData = loader.metaData();
+        report.kind = kindOf(report.iid());
+        if (report.metaData.isEmpty()) {
+            add("not-a-plugin", QStringLiteral("it is a library without metadata of a Qt plug-in"));
+            return;
+        }
+        // Of a good file that is not loaded yet, the loader has as little to say as without a file.
+        if (loader.errorString() != QPluginLoader().errorString())
+            add("built-with-incompatible-qt", loader.errorString());
+        if (!isExpected(report.kind))
+            add(wrongIid, QStringLiteral("its metadata name %1, not %2")
+                              .arg(report.iid(), expectedIids(expectedKind)));
+    }
+
+    bool isExpected(PluginKind kind) const
+    {
+        return kind != PluginKind::Unknown &&
+               (expectedKind == PluginKind::Unknown || expectedKind == kind);
+    }
+
+    void judgeLibraries()
+    {
+        report.needed = findNeededLibraries(report.filePath, report.library);
+        for (const NeededLibrary &library : report.needed)
+            if (library.isMissing())
+                add("missing-library",
+                    QStringLiteral("%1 is missing; %2 needs it")
+                        .arg(library.name, QFileInfo(library.neededBy).fileName()));
+    }
+
+    void load()
+    {
+        QPluginLoader loader(report.filePath);
+        try {
+            QObject *const root = loader.instance();
+            if (root)
+                judgeRoot(root);
+            else
+                add("load-failed", loader.errorString());
+        } catch (const std::exception &failure) {
+            add("load-failed",
+                QStringLiteral("its code threw: ") + QString::fromLocal8Bit(failure.what()));
+        } catch (...) {
+            add("load-failed", QStringLiteral("its code threw"));
+        }
+    }
+
+    // The core asks the root object, not the metadata: here the object has the last word.
+    void judgeRoot(QObject *root)
+    {
+        forget(wrongIid);
+        for (const KindRow &row : kinds)
+            if (isExpected(row.kind) && root->qt_metacast(row.iid)) {
+                report.kind = row.kind;
+                return;
+            }
+        add(wrongIid,
+            QStringLiteral("its root object does not answer to ") + expectedIids(expectedKind));
+    }
+
+    void forget(const char *code)
+    {
+        auto &reasons = report.reasons;
+        for (auto reason = reasons.begin(); reason != reasons.end();)
+            reason = reason->code == code ? reasons.erase(reason) : reason + 1;
+    }
+
+    static constexpr const char *wrongIid = "wrong-iid";
+    const PluginKind expectedKind;
+};
+
+} // namespace
+
+const char *kindName(PluginKind kind)
+{
+    for (const KindRow &row : kinds)
+        if (row.kind == kind)
+            return row.name;
+    return nullptr;
+}
+
+bool PluginReport::isSelected() const
+{
+    return found && winner == QFileInfo(filePath).fileName();
+}
+
+QString PluginReport::iid() const
+{
+    return metaData.value(QStringLiteral("IID")).toString();
+}
+
+PluginReport inspectPlugin(const PluginSelection &folder, const QString &filePath,
+                           PluginKind expected, LoadTrial trial)
+{
+    Inspection inspection(folder, filePath, expected);
+    inspection.judgeFile(trial);
+    return inspection.report;
+}
+
+} // namespace KvSyncCli
