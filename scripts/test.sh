@@ -54,7 +54,8 @@ windows() {
 
     # shellcheck source=scripts/lib/wine.sh
     . scripts/lib/wine.sh
-    export WINEPATH="Z:$PWD/build/windows/bin"
+    # A Wine prefix of this checkout's own: the end of another run does not end this one.
+    export KVSYNC_WINEPREFIX=$PWD/build/windows/wine WINEPATH="Z:$PWD/build/windows/bin"
     wine_environment "$prefix"
     wine_start
     trap wine_stop EXIT
