@@ -59,7 +59,8 @@ TEST_F(HostileMode, APlanSwitchesItOn)
 
 TEST_F(HostileMode, FramesComeInBursts)
 {
-    ASSERT_EQ(Ok, SetVideoTriggerPeriod(device, 20));
+    // Long beside the time that a picture takes on a busy machine.
+    ASSERT_EQ(Ok, SetVideoTriggerPeriod(device, 100));
     std::vector<std::chrono::steady_clock::time_point> times;
     FrameCatcher catcher(device);
     catcher.reaction = [&](const Frame &) { times.push_back(std::chrono::steady_clock::now()); };
@@ -67,7 +68,7 @@ TEST_F(HostileMode, FramesComeInBursts)
     ASSERT_EQ(Ok, SetScanCallBackFunction(device, nullptr, nullptr));
     int together = 0;
     for (std::size_t i = 1; i < times.size(); ++i)
-        together += times[i] - times[i - 1] < std::chrono::milliseconds(10);
+        together += times[i] - times[i - 1] < std::chrono::milliseconds(50);
     EXPECT_GE(together, 3);
 }
 
