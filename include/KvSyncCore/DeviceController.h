@@ -66,8 +66,7 @@ public:
 
     /// Creates a device of a loaded plug-in; deleteDevice ends it, or the end of the SyncCore.
     /// Errors as enumDevice; the handle is 0 then.
-    QPair<ErrorCode, qint64> createDevice(const QString &pluginName,
-                                          const QVersionNumber &version);
+    QPair<ErrorCode, qint64> createDevice(const QString &pluginName, const QVersionNumber &version);
 
     /// Deletes a device. `HandleInvalid`, or the code with which the plug-in refused: the handle
     /// then stays valid.
@@ -142,8 +141,7 @@ public:
     ErrorCode getProjectorLuminance(const DeviceHandle handle, unsigned char &red,
                                     unsigned char &green, unsigned char &blue);
     ErrorCode scan(const DeviceHandle handle, ProjectorSpace::ScanType type, bool on);
-    ErrorCode writePatternToFlash(const DeviceHandle handle,
-                                  ProjectorSpace::MajorPatternType major,
+    ErrorCode writePatternToFlash(const DeviceHandle handle, ProjectorSpace::MajorPatternType major,
                                   ProjectorSpace::SubPatternType sub, int index, int width,
                                   int height, const QByteArray &pattern);
 
@@ -183,8 +181,8 @@ public:
 
     // Scan session
 
-    /// Registers `function`, a Tessel3Sync::ScanCallBack taken as a pointer, and the context that it
-    /// receives; null removes it. It runs on a thread of the scanner library. `CameraFailed`.
+    /// Registers `function`, a Tessel3Sync::ScanCallBack taken as a pointer, and the context that
+    /// it receives; null removes it. It runs on a thread of the scanner library. `CameraFailed`.
     ErrorCode setScanCallback(const DeviceHandle handle, void *function, void *context);
     /// The same for a Tessel3Sync::StatusCallBack. Always `Success`, even if refused.
     ErrorCode setStatusCallback(const DeviceHandle handle, void *function, void *context);
