@@ -23,7 +23,7 @@ constexpr milliseconds quietTime(250);
 
 int defaultTimeoutMs(int periodMs)
 {
-    return 5000 + 10 * periodMs;
+    return 10000 + 10 * periodMs;
 }
 
 /// Frames on their way from the library's thread to the one that captures.

@@ -18,10 +18,10 @@ const QStringList openSimulator{QStringLiteral("--open"), QStringLiteral("{\"ser
 
 TEST(KvsyncExec, PrintsResultAndSignalsAsJson)
 {
-    const Outcome outcome =
-        runKvsync(exec({QStringLiteral("Scanner"), QStringLiteral("captureImage"),
-                        QStringLiteral("\"scan\""), QStringLiteral("{\"frames\": 1}")}) +
-                  openSimulator);
+    const Outcome outcome = runKvsync(
+        exec({QStringLiteral("Scanner"), QStringLiteral("captureImage"), QStringLiteral("\"scan\""),
+              QStringLiteral("{\"frames\": 1, \"timeoutMs\": 60000}")}) +
+        openSimulator);
     EXPECT_EQ(outcome.exitCode, 0);
     EXPECT_EQ(outcome.errors.toStdString(), "");
     const QJsonObject json = outcome.json();
@@ -45,7 +45,7 @@ TEST(KvsyncExec, PrintsByteArraysAsSizeAndHashOrInFull)
 {
     const QStringList arguments =
         exec({QStringLiteral("Scanner"), QStringLiteral("captureImage"), QStringLiteral("\"scan\""),
-              QStringLiteral("{\"frames\": 1}")}) +
+              QStringLiteral("{\"frames\": 1, \"timeoutMs\": 60000}")}) +
         openSimulator;
     const auto dataOf = [](const Outcome &outcome) {
         return outcome.json()

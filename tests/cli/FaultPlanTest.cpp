@@ -25,7 +25,7 @@ protected:
                            QStringLiteral("--plan"),
                            plan,
                            QStringLiteral("--json")} +
-               further;
+               (further.isEmpty() ? patiently() : further);
     }
 
     QJsonObject summaryUnder(const QString &faults)

@@ -9,7 +9,7 @@ namespace KvSyncTest {
 
 namespace {
 
-constexpr int longestRunMs = 60000;
+constexpr int longestRunMs = 120000;
 
 // Test programs stand in tests/<program>/, kvsync in bin/: the build tree may be moved.
 QString programFolder()
@@ -30,6 +30,11 @@ QJsonObject Outcome::json() const
     const QJsonDocument document = QJsonDocument::fromJson(output.toUtf8());
     EXPECT_TRUE(document.isObject()) << output.toStdString() << errors.toStdString();
     return document.object();
+}
+
+QStringList patiently()
+{
+    return {QStringLiteral("--timeout"), QStringLiteral("60000")};
 }
 
 Outcome runKvsync(const QStringList &arguments)

@@ -20,7 +20,10 @@ struct Outcome
     QJsonObject json() const;
 };
 
-/// Runs the built kvsync to its end; fails the test if it crashes or takes more than a minute.
+/// Put behind a scan that shall succeed: loaded machines and sanitizers make pictures slowly.
+QStringList patiently();
+
+/// Runs the built kvsync to its end; fails the test if it crashes or takes more than two minutes.
 Outcome runKvsync(const QStringList &arguments);
 
 /// Expects exit status 1, an empty output, and exactly this line on standard error.

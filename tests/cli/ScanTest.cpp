@@ -18,6 +18,7 @@ protected:
     {
         return QStringList{QStringLiteral("scan"), QStringLiteral("--frames"),
                            QString::number(frames), QStringLiteral("--out"), out()} +
+               (further.contains(QStringLiteral("--timeout")) ? QStringList() : patiently()) +
                further;
     }
 
@@ -124,8 +125,10 @@ TEST_F(KvsyncScan, SettingsFlagsAndTurntableChangeWhatItShows)
 TEST_F(KvsyncScan, NonAsciiFolderNamesSurvive)
 {
     const QString name = folder.filePath(QStringLiteral("Größe"));
-    const Outcome outcome = runKvsync({QStringLiteral("scan"), QStringLiteral("--frames"),
-                                       QStringLiteral("1"), QStringLiteral("--out"), name});
+    const Outcome outcome =
+        runKvsync(QStringList{QStringLiteral("scan"), QStringLiteral("--frames"),
+                              QStringLiteral("1"), QStringLiteral("--out"), name} +
+                  patiently());
     EXPECT_EQ(outcome.exitCode, 0) << outcome.errors.toStdString();
     EXPECT_TRUE(QFile::exists(name + QStringLiteral("/contact-sheet.png")));
 }
@@ -133,8 +136,9 @@ TEST_F(KvsyncScan, NonAsciiFolderNamesSurvive)
 TEST_F(KvsyncScan, TakesFolderNamesInBrackets)
 {
     const QString name = folder.filePath(QStringLiteral("[1,2]"));
-    EXPECT_EQ(runKvsync({QStringLiteral("scan"), QStringLiteral("--frames"), QStringLiteral("1"),
-                         QStringLiteral("--out"), name})
+    EXPECT_EQ(runKvsync(QStringList{QStringLiteral("scan"), QStringLiteral("--frames"),
+                                    QStringLiteral("1"), QStringLiteral("--out"), name} +
+                        patiently())
                   .exitCode,
               0);
     EXPECT_TRUE(QFile::exists(name + QStringLiteral("/contact-sheet.png")));

@@ -128,22 +128,6 @@ TEST_F(ScannerCapture, EventsCarryPluginNameVersionAndThePublicFlag)
     EXPECT_EQ(event.version, QVersionNumber(1, 0));
 }
 
-TEST_F(ScannerCapture, CountsLostFramesByTheirNumbers)
-{
-    Simulator::ScannerSetup large = smallSetup();
-    large.width = 1280;
-    large.height = 1024;
-    large.triggerPeriodMs = 1; // faster than pictures can be made
-    call(QStringLiteral("closeDevices"), {scannerHandle});
-    Simulator::reset(large);
-    open();
-    const QVariantList images = capture(frames(4));
-    const int lastNumber = images.last().toMap().value(QStringLiteral("frame")).toInt();
-    const QVariantMap progress = events(QStringLiteral("progress")).back().payload.value(0).toMap();
-    ASSERT_GT(lastNumber, 4);
-    EXPECT_EQ(progress.value(QStringLiteral("dropped")), QVariant(lastNumber - 4));
-}
-
 TEST_F(ScannerCapture, EndsWithTheScannerStoppedAndTheCallbackRemoved)
 {
     capture(frames(1));

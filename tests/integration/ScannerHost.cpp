@@ -13,6 +13,9 @@ namespace {
 
 const QString plugin = QStringLiteral("Scanner");
 
+// Loaded machines and sanitizers make pictures slowly.
+constexpr int patientMs = 60000;
+
 } // namespace
 
 ScannerHost::ScannerHost()
@@ -73,8 +76,10 @@ void ScannerHost::open()
     ASSERT_EQ(call(QStringLiteral("openDevices"), {parameters}), scannerHandle);
 }
 
-QVariantList ScannerHost::capture(const QVariantMap &parameters)
+QVariantList ScannerHost::capture(QVariantMap parameters)
 {
+    if (!parameters.contains(QStringLiteral("timeoutMs")))
+        parameters.insert(QStringLiteral("timeoutMs"), patientMs);
     return call(QStringLiteral("captureImage"), {scannerHandle, QStringLiteral("scan"), parameters})
         .toList();
 }
@@ -96,7 +101,7 @@ std::vector<ReceivedEvent> ScannerHost::events(const QString &name) const
 bool ScannerHost::waitForEvents(const QString &name, std::size_t count)
 {
     std::unique_lock<std::mutex> lock(mutex);
-    return changed.wait_for(lock, std::chrono::seconds(10), [&] {
+    return changed.wait_for(lock, std::chrono::milliseconds(patientMs), [&] {
         const auto found =
             std::count_if(received.begin(), received.end(),
                           [&](const ReceivedEvent &event) { return event.name == name; });

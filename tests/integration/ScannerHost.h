@@ -46,13 +46,13 @@ protected:
 
     /// Opens the simulated scanner; its handle is 1.
     void open();
-    /// A scan through captureImage.
-    QVariantList capture(const QVariantMap &parameters);
+    /// A scan through captureImage; it waits patiently unless "timeoutMs" says otherwise.
+    QVariantList capture(QVariantMap parameters);
     QVariant execute(const QString &command, const QVariantList &arguments = {});
 
     /// Events so far; the payload of the last one of a name.
     std::vector<ReceivedEvent> events(const QString &name) const;
-    /// Waits for so many events of a name; false after ten seconds.
+    /// Waits for so many events of a name; false after a minute.
     bool waitForEvents(const QString &name, std::size_t count);
     /// Runs on the emitting thread with each event, after it was kept.
     std::function<void(const ReceivedEvent &event)> reaction;

@@ -158,7 +158,7 @@ void addScanCommand(CLI::App &app, Command &chosen)
     command->add_option("--period", options->periodMs,
                         "Milliseconds from frame to frame; without it, as the scanner is set");
     command->add_option("--timeout", options->timeoutMs,
-                        "Milliseconds to wait for the next frame; without it, 5000 and ten "
+                        "Milliseconds to wait for the next frame; without it, 10000 and ten "
                         "periods");
     command->add_flag("--color", options->color, "Scan with the colour camera too");
     command->add_option("--plan", options->plan,
