@@ -34,23 +34,35 @@ Projector::Projector(double pixelAngle, std::uint32_t patternSeed)
 {
 }
 
-double Projector::speckle(double u, double v) const
+void Projector::lookAround(int newColumn, int newRow)
+{
+    column = newColumn;
+    row = newRow;
+    auto next = dots.begin();
+    for (int j = row - 1; j <= row + 1; ++j) {
+        for (int i = column - 1; i <= column + 1; ++i) {
+            const std::uint64_t dice =
+                scramble(seed, static_cast<std::uint32_t>(i), static_cast<std::uint32_t>(j));
+            const double radius = 0.32 + 0.34 * fraction(dice, 2);
+            *next++ = {i + fraction(dice, 0), j + fraction(dice, 1), radius * radius,
+                       0.35 + 0.65 * fraction(dice, 3)};
+        }
+    }
+}
+
+double Projector::speckle(double u, double v)
 {
     const double x = u / (specklePitch * pixel);
     const double y = v / (specklePitch * pixel);
-    const int column = floorOf(x);
-    const int row = floorOf(y);
+    if (floorOf(x) != column || floorOf(y) != row)
+        lookAround(floorOf(x), floorOf(y));
     double brightest = 0.0;
-    for (int j = row - 1; j <= row + 1; ++j) {
-        for (int i = column - 1; i <= column + 1; ++i) {
-            const std::uint64_t dot =
-                scramble(seed, static_cast<std::uint32_t>(i), static_cast<std::uint32_t>(j));
-            const double dx = i + fraction(dot, 0) - x;
-            const double dy = j + fraction(dot, 1) - y;
-            const double radius = 0.32 + 0.34 * fraction(dot, 2);
-            const double power = 0.35 + 0.65 * fraction(dot, 3);
-            brightest = std::max(brightest, power * hill(dx * dx + dy * dy, radius * radius));
-        }
+    for (const Dot &dot : dots) {
+        const double dx = dot.x - x;
+        const double dy = dot.y - y;
+        const double square = dx * dx + dy * dy;
+        if (square < dot.squaredRadius)
+            brightest = std::max(brightest, dot.power * hill(square, dot.squaredRadius));
     }
     return brightest;
 }

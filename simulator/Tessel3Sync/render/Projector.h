@@ -5,6 +5,8 @@
 
 #include "render/Vector.h"
 
+#include <array>
+#include <climits>
 #include <cstdint>
 
 namespace Tessel3SyncSimulator {
@@ -18,14 +20,30 @@ public:
     static constexpr Vector position{0.0, -30.0, 0.0};
 
     // Each pattern has values from 0 to 1.
-    double speckle(double u, double v) const;
+    double speckle(double u, double v);
     double stripes(double u) const;
     double laserLines(double across, bool onlyTheMiddle) const;
     static double vignette(double u, double v);
 
 private:
+    /// A spot of light in the speckle pattern.
+    struct Dot
+    {
+        double x;
+        double y;
+        double squaredRadius;
+        double power;
+    };
+
+    void lookAround(int newColumn, int newRow);
+
     double pixel;
     std::uint32_t seed;
+
+    // The dots near the place last asked for: the next place is mostly in the same cell.
+    std::array<Dot, 9> dots{};
+    int column = INT_MIN;
+    int row = INT_MIN;
 };
 
 } // namespace Tessel3SyncSimulator

@@ -1,6 +1,5 @@
 #include "render/Scene.h"
 
-#include <algorithm>
 #include <iterator>
 
 namespace Tessel3SyncSimulator {
@@ -15,36 +14,30 @@ constexpr Vector tableNear{0.0, 0.8, -0.6};
 constexpr Vector tableUp{0.0, -0.6, -0.8};
 constexpr double tableRadius = 135.0;
 
+constexpr Vector inverse(const Vector &a)
+{
+    // Multiplying is much faster than dividing.
+    return {1.0 / a.x, 1.0 / a.y, 1.0 / a.z};
+}
+
 struct Ellipsoid
 {
-    Vector centre; ///< right, near, up from the middle of the table
-    Vector halfAxes;
+    Vector centre;  ///< right, near, up from the middle of the table
+    Vector scaling; ///< to a ball of radius 1
     Reflectance reflectance;
 };
 
 constexpr Ellipsoid object[] = {
-    {{0.0, 0.0, 38.0}, {92.0, 62.0, 52.0}, {0.86, 0.70, 0.52}},     // body
-    {{58.0, 6.0, 82.0}, {32.0, 30.0, 36.0}, {0.84, 0.58, 0.46}},    // head
-    {{84.0, 22.0, 84.0}, {15.0, 13.0, 11.0}, {0.90, 0.45, 0.35}},   // beak
-    {{-72.0, -12.0, 66.0}, {22.0, 18.0, 34.0}, {0.55, 0.66, 0.85}}, // tail
-    {{-10.0, 48.0, 48.0}, {36.0, 20.0, 22.0}, {0.70, 0.80, 0.62}},  // wing
+    {{0.0, 0.0, 38.0}, inverse({92.0, 62.0, 52.0}), {0.86, 0.70, 0.52}},     // body
+    {{58.0, 6.0, 82.0}, inverse({32.0, 30.0, 36.0}), {0.84, 0.58, 0.46}},    // head
+    {{84.0, 22.0, 84.0}, inverse({15.0, 13.0, 11.0}), {0.90, 0.45, 0.35}},   // beak
+    {{-72.0, -12.0, 66.0}, inverse({22.0, 18.0, 34.0}), {0.55, 0.66, 0.85}}, // tail
+    {{-10.0, 48.0, 48.0}, inverse({36.0, 20.0, 22.0}), {0.70, 0.80, 0.62}},  // wing
 };
 
-Vector divided(const Vector &a, const Vector &b)
+constexpr Vector scaled(const Vector &a, const Vector &b)
 {
-    return {a.x / b.x, a.y / b.y, a.z / b.z};
-}
-
-/// Distance to the near side of an ellipsoid, in the table's frame; negative if there is none.
-double distanceTo(const Ellipsoid &shape, const Vector &origin, const Vector &direction)
-{
-    const Vector from = divided(origin - shape.centre, shape.halfAxes);
-    const Vector along = divided(direction, shape.halfAxes);
-    const double a = dot(along, along);
-    const double b = dot(from, along);
-    const double c = dot(from, from) - 1.0;
-    const double discriminant = b * b - a * c;
-    return discriminant < 0.0 ? -1.0 : (-b - std::sqrt(discriminant)) / a;
+    return {a.x * b.x, a.y * b.y, a.z * b.z};
 }
 
 Reflectance scaled(const Reflectance &reflectance, double factor)
@@ -107,18 +100,41 @@ Vector Scene::fromTable(const Vector &direction) const
     return tableRight * right + tableNear * near + tableUp * direction.z;
 }
 
-SurfacePoint Scene::surfaceAlong(const Vector &origin, const Vector &direction) const
+Viewpoint::Viewpoint(const Scene &viewedScene, const Vector &point)
+    : scene(viewedScene)
+    , origin(point)
+    , from(scene.toTable(point - tableCentre))
+    , balls()
 {
-    const Vector from = toTable(origin - tableCentre);
-    const Vector along = toTable(direction);
+    static_assert(std::size(object) == parts);
+    for (int part = 0; part < parts; ++part) {
+        const Vector ball = scaled(from - object[part].centre, object[part].scaling);
+        balls[part] = {ball, dot(ball, ball) - 1.0};
+    }
+}
 
+/// Distance to the near side of a part, in the table's frame; negative if there is none ahead.
+double Viewpoint::distanceTo(int part, const Vector &along) const
+{
+    const Vector direction = scaled(along, object[part].scaling);
+    const double b = dot(balls[part].from, direction);
+    if (b >= 0.0)
+        return -1.0;
+    const double a = dot(direction, direction);
+    const double discriminant = b * b - a * balls[part].outside;
+    return discriminant < 0.0 ? -1.0 : (-b - std::sqrt(discriminant)) / a;
+}
+
+SurfacePoint Viewpoint::surfaceAlong(const Vector &direction) const
+{
+    const Vector along = scene.toTable(direction);
     double distance = -from.z / along.z;
     const Ellipsoid *hit = nullptr;
-    for (const Ellipsoid &shape : object) {
-        const double candidate = distanceTo(shape, from, along);
+    for (int part = 0; part < parts; ++part) {
+        const double candidate = distanceTo(part, along);
         if (candidate > 0.0 && candidate < distance) {
             distance = candidate;
-            hit = &shape;
+            hit = &object[part];
         }
     }
 
@@ -126,19 +142,21 @@ SurfacePoint Scene::surfaceAlong(const Vector &origin, const Vector &direction) 
     const Vector point = origin + direction * distance;
     if (!hit)
         return {distance, point, tableUp, floorReflectance(local)};
-    const Vector gradient = divided(divided(local - hit->centre, hit->halfAxes), hit->halfAxes);
-    return {distance, point, unit(fromTable(gradient)), scaled(hit->reflectance, paint(local))};
+    const Vector gradient = scaled(scaled(local - hit->centre, hit->scaling), hit->scaling);
+    return {distance, point, unit(scene.fromTable(gradient)),
+            scaled(hit->reflectance, paint(local))};
 }
 
-bool Scene::shadowed(const Vector &point, const Vector &light) const
+bool Viewpoint::sees(const Vector &point) const
 {
-    const Vector from = toTable(light - tableCentre);
-    const Vector along = toTable(point - light);
-    return std::any_of(std::begin(object), std::end(object), [&](const Ellipsoid &shape) {
-        const double distance = distanceTo(shape, from, along);
+    const Vector along = scene.toTable(point - origin);
+    for (int part = 0; part < parts; ++part) {
+        const double distance = distanceTo(part, along);
         // The point itself lies at 1; a hair before it is the point's own surface.
-        return distance > 0.0 && distance < 0.9995;
-    });
+        if (distance > 0.0 && distance < 0.9995)
+            return false;
+    }
+    return true;
 }
 
 } // namespace Tessel3SyncSimulator

@@ -5,6 +5,8 @@
 
 #include "render/Vector.h"
 
+#include <array>
+
 namespace Tessel3SyncSimulator {
 
 /// How much of each colour a surface throws back, from 0 to 1.
@@ -28,21 +30,46 @@ class Scene
 public:
     explicit Scene(double tableDegrees);
 
-    /// The first surface along a ray. The floor has no end: a ray that goes down meets something.
-    SurfacePoint surfaceAlong(const Vector &origin, const Vector &direction) const;
-
-    /// Whether the object stands between a point and a light.
-    bool shadowed(const Vector &point, const Vector &light) const;
-
     /// The middle of the turntable, which every camera looks at.
     static Vector centre();
     static Vector up();
 
-private:
+    // Directions between the world and the turned table: right, near, up.
     Vector toTable(const Vector &direction) const;
     Vector fromTable(const Vector &direction) const;
 
+private:
     Turn turn;
+};
+
+/// The scene as rays from one point meet it: the point of a camera or of a light.
+class Viewpoint
+{
+public:
+    Viewpoint(const Scene &viewedScene, const Vector &point);
+
+    /// The first surface along a ray. The floor has no end: a ray that goes down meets something.
+    SurfacePoint surfaceAlong(const Vector &direction) const;
+
+    /// Whether nothing of the object stands between this point and one on a surface.
+    bool sees(const Vector &point) const;
+
+private:
+    static constexpr int parts = 5;
+
+    /// One ellipsoid of the object, scaled to a ball of radius 1 around the origin.
+    struct Ball
+    {
+        Vector from;    ///< this point
+        double outside; ///< its squared distance beyond the surface
+    };
+
+    double distanceTo(int part, const Vector &along) const;
+
+    const Scene &scene;
+    Vector origin;
+    Vector from;
+    std::array<Ball, parts> balls;
 };
 
 } // namespace Tessel3SyncSimulator

@@ -31,14 +31,14 @@ double received(const SurfacePoint &surface, const Vector &light)
 
 using LightValues = std::array<double, LightCount>;
 
-LightValues lightAt(const SurfacePoint &surface, const Scene &scene, const Projector &projector)
+LightValues lightAt(const SurfacePoint &surface, const Viewpoint &source, Projector &projector)
 {
     LightValues values{};
     values[AmbientLight] = 0.75 + 0.25 * dot(surface.normal, Scene::up());
     values[StrobeLight] = received(surface, Vector{});
 
     const double strength = received(surface, Projector::position);
-    if (strength <= 0.0 || scene.shadowed(surface.point, Projector::position))
+    if (strength <= 0.0 || !source.sees(surface.point))
         return values;
     const Vector way = surface.point - Projector::position;
     const double u = way.x / way.z;
@@ -94,9 +94,10 @@ View::View(const ViewKey &viewKey)
 
     const Calibration camera = cameraCalibration(key.camera, key.width, key.height);
     const Scene scene(key.tableDegrees);
-    const Projector projector(1.0 / camera.focalLength, key.seed);
+    const Viewpoint source(scene, Projector::position);
+    Projector projector(1.0 / camera.focalLength, key.seed);
     const auto &r = camera.rotation;
-    const Vector eye{camera.position[0], camera.position[1], camera.position[2]};
+    const Viewpoint eye(scene, {camera.position[0], camera.position[1], camera.position[2]});
     const Vector right{r[0], r[1], r[2]};
     const Vector down{r[3], r[4], r[5]};
     const Vector forward{r[6], r[7], r[8]};
@@ -107,9 +108,9 @@ View::View(const ViewKey &viewKey)
         for (int x = 0; x < key.width; ++x, ++pixel) {
             // The ray advances by 1 along the camera's axis: its length is the depth.
             const Vector ray = row + right * ((x - camera.centreX) / camera.focalLength);
-            const SurfacePoint surface = scene.surfaceAlong(eye, ray);
+            const SurfacePoint surface = eye.surfaceAlong(ray);
             depths[pixel] = static_cast<float>(surface.distance);
-            const LightValues values = lightAt(surface, scene, projector);
+            const LightValues values = lightAt(surface, source, projector);
             for (int i = 0; i < LightCount; ++i)
                 light[i][pixel] = toByte(values[i]);
             const Reflectance &back = surface.reflectance;
