@@ -236,7 +236,7 @@ TEST_F(VirtualCameras, ATriggerEndsTheWaitForAFrame)
     ASSERT_EQ(devices.setTriggerMode(camera, SoftwareTrigger, 0), Success);
     ASSERT_EQ(devices.startStream(camera, 0), Success);
     std::future<ErrorCode> waiting =
-        std::async(std::launch::async, [this] { return frameCode(600000); });
+        std::async(std::launch::async, [this] { return frameCode(60000); });
     ASSERT_EQ(set(camera, "trigger", {}), Success);
     EXPECT_EQ(waiting.get(), Success);
 }
@@ -246,7 +246,7 @@ TEST_F(VirtualCameras, TheEndOfTheStreamEndsTheWaitForAFrame)
     ASSERT_EQ(devices.setTriggerMode(camera, SoftwareTrigger, 0), Success);
     ASSERT_EQ(devices.startStream(camera, 0), Success);
     std::future<ErrorCode> waiting =
-        std::async(std::launch::async, [this] { return frameCode(600000); });
+        std::async(std::launch::async, [this] { return frameCode(60000); });
     ASSERT_EQ(devices.stopStream(camera, 0), Success);
     EXPECT_EQ(waiting.get(), NoFrame);
 }

@@ -178,7 +178,7 @@ TEST_F(VirtualDevices, VanishAndComeBackUnconnected)
 TEST_F(VirtualDevices, ThatVanishEndASlowOperation)
 {
     const DeviceHandle handle = open(Turntable);
-    ASSERT_EQ(set(handle, "slow", {{QStringLiteral("ms"), 600000}}), Success);
+    ASSERT_EQ(set(handle, "slow", {{QStringLiteral("ms"), 60000}}), Success);
     std::future<ErrorCode> waiting =
         std::async(std::launch::async, [&] { return devices.stopMotor(handle, {}); });
     ASSERT_EQ(set(handle, "vanish", {{QStringLiteral("vanished"), true}}), Success);
