@@ -23,6 +23,7 @@ function(kvsync_add_test)
   if(tests_alone)
     gtest_discover_tests(${arg_NAME}
       DISCOVERY_MODE PRE_TEST
+      NO_PRETTY_VALUES
       DISCOVERY_TIMEOUT 120
       PROPERTIES TIMEOUT 120)
   else()
