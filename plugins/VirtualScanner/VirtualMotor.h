@@ -13,13 +13,13 @@ namespace VirtualScanner {
 class VirtualMotor : public MotorSpace::MotorInterface
 {
 public:
-    VirtualMotor(DeviceGate &gate, PropertyTable &properties,
-                 const QList<MotorSpace::AxisType> &axes);
+    VirtualMotor(DeviceGate &deviceGate, PropertyTable &properties,
+                 const QList<MotorSpace::AxisType> &axisTypes);
 
     ErrorCode rotate(const QList<MotorSpace::RotateInfo> &movements) override;
-    ErrorCode waitMotorStop(const QList<MotorSpace::AxisType> &axes) override;
-    ErrorCode resetMotor(const QList<MotorSpace::AxisType> &axes) override;
-    ErrorCode stopMotor(const QList<MotorSpace::AxisType> &axes) override;
+    ErrorCode waitMotorStop(const QList<MotorSpace::AxisType> &types) override;
+    ErrorCode resetMotor(const QList<MotorSpace::AxisType> &types) override;
+    ErrorCode stopMotor(const QList<MotorSpace::AxisType> &types) override;
 
 private:
     MotorAxis *find(MotorSpace::AxisType type);
