@@ -19,7 +19,7 @@ unsigned int addressFrom(const QVariantList &arguments)
 
 QByteArray localBytes(const QString &text)
 {
-    const QByteArray bytes = text.toLocal8Bit();
+    QByteArray bytes = text.toLocal8Bit();
     if (QString::fromLocal8Bit(bytes) != text)
         raise(InvalidParameter,
               QStringLiteral("The text has characters that the local encoding lacks"));
