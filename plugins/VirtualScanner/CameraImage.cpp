@@ -16,7 +16,7 @@ Rgb sceneAt(int x, int y, int sensor, qint64 frame)
 {
     constexpr int radius = 60;
     const int width = static_cast<int>(sensorWidth);
-    const int discX = static_cast<int>((frame * 7 + 100 + sensor * 40) % width);
+    const int discX = static_cast<int>((frame * 7 + 100 + qint64(sensor) * 40) % width);
     const int dx = x - discX;
     const int dy = y - static_cast<int>(sensorHeight) / 2;
     if (dx * dx + dy * dy < radius * radius)
