@@ -6,7 +6,7 @@ namespace KvSyncCli {
 
 namespace {
 
-constexpr quint64 largestPiece = 4 * 1024 * 1024;
+constexpr quint64 largestPiece = quint64(4) * 1024 * 1024;
 constexpr int longestText = 4096;
 
 } // namespace
@@ -20,7 +20,7 @@ QByteArray BoundedReader::bytes(quint64 offset, quint64 size) const
         throw MalformedFile("one of its tables is larger than can be true");
     if (!file.seek(static_cast<qint64>(offset)))
         throw MalformedFile("it cannot be read");
-    const QByteArray piece = file.read(static_cast<qint64>(size));
+    QByteArray piece = file.read(static_cast<qint64>(size));
     if (static_cast<quint64>(piece.size()) != size)
         throw MalformedFile("it cannot be read");
     return piece;

@@ -22,7 +22,7 @@ QString loadedPath(const QString &name)
         return {};
     link_map *map = nullptr;
     const bool known = dlinfo(handle, RTLD_DI_LINKMAP, &map) == 0;
-    const QString path = known ? QFile::decodeName(map->l_name) : name;
+    QString path = known ? QFile::decodeName(map->l_name) : name;
     dlclose(handle);
     return path;
 }
@@ -60,7 +60,7 @@ QStringList candidates(const QString &name, const QStringList &searchPaths)
 
 QString findLibrary(const QString &name, const QStringList &searchPaths)
 {
-    const QString loaded = loadedPath(name);
+    QString loaded = loadedPath(name);
     if (!loaded.isEmpty())
         return loaded;
     // A name with a folder in it is a path to the loader, and nothing is looked through.
