@@ -18,6 +18,17 @@ inline void check(ErrorCode result, const QString &text)
         raise(result, text);
 }
 
+[[noreturn]] inline void raiseNotOpen(qint64 handle)
+{
+    raise(HandleInvalid, QStringLiteral("No open device has the handle %1").arg(handle));
+}
+
+/// For what a host asked by a name that the plug-in does not know.
+[[noreturn]] inline void refuse(const QString &what)
+{
+    raise(FunctionNotExist, QStringLiteral("Scanner 1.0 does not serve %1").arg(what));
+}
+
 } // namespace Scanner
 
 #endif

@@ -48,14 +48,30 @@ QVariantList imageMaps(const Frame &frame)
     return maps;
 }
 
+FrameAccount::FrameAccount(int numberBeforeFirst)
+    : lastNumber(numberBeforeFirst)
+{
+}
+
 void FrameAccount::add(const Frame &frame)
 {
+    add(frame.empty() ? 0 : frame.front().frame);
+}
+
+void FrameAccount::add(int number)
+{
     ++deliveredFrames;
-    const int number = frame.empty() ? 0 : frame.front().frame;
     if (number <= lastNumber)
         return;
     droppedFrames += number - lastNumber - 1;
     lastNumber = number;
+}
+
+QVariantList progressOf(const FrameAccount &account, int frames)
+{
+    return {QVariantMap{{QStringLiteral("delivered"), account.delivered()},
+                        {QStringLiteral("dropped"), account.dropped()},
+                        {QStringLiteral("frames"), frames}}};
 }
 
 } // namespace Scanner

@@ -36,16 +36,23 @@ QVariantList imageMaps(const Frame &frame);
 class FrameAccount
 {
 public:
+    /// Numbers begin after `numberBeforeFirst`: what is missing before the first was lost too.
+    explicit FrameAccount(int numberBeforeFirst = 0);
+
     void add(const Frame &frame);
+    void add(int number);
 
     int delivered() const { return deliveredFrames; }
     int dropped() const { return droppedFrames; }
 
 private:
-    int lastNumber = 0; // numbers begin at 1: what is missing before the first was lost too
+    int lastNumber;
     int deliveredFrames = 0;
     int droppedFrames = 0;
 };
+
+/// The payload of "progress": [{"delivered", "dropped", "frames"}].
+QVariantList progressOf(const FrameAccount &account, int frames);
 
 } // namespace Scanner
 

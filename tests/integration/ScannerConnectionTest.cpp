@@ -67,7 +67,7 @@ TEST_F(ScannerConnection, SaysThatAnAbsentScannerDoesNotAnswer)
     expectFails(ConnectFailed,
                 QStringLiteral("No scanner answers to the serial number \"KV-SIM-0002\""),
                 QStringLiteral("openDevices"), {serial(QStringLiteral("KV-SIM-0002"))});
-    expectFails(HandleInvalid, QStringLiteral("No open scanner has the handle 1"),
+    expectFails(HandleInvalid, QStringLiteral("No open device has the handle 1"),
                 QStringLiteral("resetDevices"), {scannerHandle});
 }
 
@@ -127,7 +127,7 @@ TEST_F(ScannerConnection, EveryFunctionRefusesAHandleThatIsNotOpen)
         {QStringLiteral("execute"), {other, name, QVariantList()}},
     };
     for (const auto &[function, arguments] : functions)
-        expectFails(HandleInvalid, QStringLiteral("No open scanner has the handle 2"), function,
+        expectFails(HandleInvalid, QStringLiteral("No open device has the handle 2"), function,
                     arguments);
 }
 
@@ -135,7 +135,7 @@ TEST_F(ScannerConnection, AClosedScannerCanBeOpenedAgain)
 {
     open();
     call(QStringLiteral("closeDevices"), {scannerHandle});
-    expectFails(HandleInvalid, QStringLiteral("No open scanner has the handle 1"),
+    expectFails(HandleInvalid, QStringLiteral("No open device has the handle 1"),
                 QStringLiteral("closeDevices"), {scannerHandle});
     open();
 }
@@ -189,7 +189,7 @@ TEST_F(ScannerConnection, AScannerThatAnEarlierCoreOpenedCountsAsClosed)
                      {serial(QStringLiteral("KV-SIM-0001"))}, version);
     earlier.reset();
     core.loadCommandPlugin(QStringLiteral("Scanner"), version);
-    expectFails(HandleInvalid, QStringLiteral("No open scanner has the handle 1"),
+    expectFails(HandleInvalid, QStringLiteral("No open device has the handle 1"),
                 QStringLiteral("closeDevices"), {scannerHandle});
     open();
 }

@@ -1,30 +1,22 @@
 #ifndef SCANNER_SETTINGTABLE_H
 #define SCANNER_SETTINGTABLE_H
 
-#include <KvSyncCore/DeviceController.h>
-#include <QtCore/QLatin1String>
+#include "Numbers.h"
 
-#include <array>
+#include <KvSyncCore/DeviceController.h>
+
 #include <vector>
 
 namespace Scanner {
 
-/// The numbers of one setting; most have one.
-using Numbers = std::array<double, 3>;
-
 enum class Scope { Camera, WholeScanner };
-enum class Precision { Real, Whole };
 
 /// One setting of the direct link.
 struct Setting
 {
     QLatin1String name;
     Scope scope;
-    Precision precision;
-    QLatin1String unit;
-    double minimum;
-    double maximum;
-    int count; ///< of numbers
+    NumberForm form;
     /// Null where the scanner cannot be asked.
     ErrorCode (*read)(KvSyncCore::DeviceController &controller, int camera, Numbers &numbers);
     ErrorCode (*write)(KvSyncCore::DeviceController &controller, int camera,

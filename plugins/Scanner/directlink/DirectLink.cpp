@@ -145,7 +145,7 @@ void DirectLink::requireOpen(qint64 askedHandle)
 void DirectLink::checkOpen(qint64 askedHandle) const
 {
     if (!isOpen || askedHandle != handle)
-        raise(HandleInvalid, QStringLiteral("No open scanner has the handle %1").arg(askedHandle));
+        raiseNotOpen(askedHandle);
 }
 
 // The link answers every failed connection with one code; asking once more tells them apart.

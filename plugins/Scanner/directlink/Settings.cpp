@@ -2,11 +2,9 @@
 
 #include "Errors.h"
 #include "Parameters.h"
+#include "SettingName.h"
 #include "SettingTable.h"
 
-#include <QtCore/QRegularExpression>
-
-#include <algorithm>
 #include <optional>
 
 namespace Scanner {
@@ -22,15 +20,13 @@ struct Target
     int camera; ///< 0 if the setting is the whole scanner's
 };
 
-std::optional<Target> findTarget(const QString &name)
+std::optional<Target> findTarget(const QString &text)
 {
-    static const QRegularExpression ofCamera(QStringLiteral("^camera(\\d{1,2})\\.(.*)$"));
-    const QRegularExpressionMatch match = ofCamera.match(name);
-    const Scope scope = match.hasMatch() ? Scope::Camera : Scope::WholeScanner;
-    const QString plainName = match.hasMatch() ? match.captured(2) : name;
+    const SettingName name(text);
+    const Scope scope = name.camera ? Scope::Camera : Scope::WholeScanner;
     for (const Setting &setting : settingTable()) {
-        if (setting.scope == scope && setting.name == plainName)
-            return Target{&setting, match.captured(1).toInt()};
+        if (setting.scope == scope && setting.name == name.plainName)
+            return Target{&setting, name.camera.value_or(0)};
     }
     return std::nullopt;
 }
@@ -43,59 +39,12 @@ Target target(const QString &name)
     return *found;
 }
 
-QVariant toVariant(const Setting &setting, double number)
-{
-    return setting.precision == Precision::Whole ? QVariant(static_cast<int>(number))
-                                                 : QVariant(number);
-}
-
-QVariant toVariant(const Setting &setting, const Numbers &numbers)
-{
-    if (setting.count == 1)
-        return toVariant(setting, numbers[0]);
-    QVariantList list;
-    std::transform(numbers.begin(), numbers.begin() + setting.count, std::back_inserter(list),
-                   [&](double number) { return toVariant(setting, number); });
-    return list;
-}
-
-double toNumber(const Setting &setting, const QString &name, const QVariant &value)
-{
-    if (setting.precision == Precision::Whole)
-        return wholeNumberFrom(value, name, static_cast<int>(setting.minimum),
-                               static_cast<int>(setting.maximum));
-    return realNumberFrom(value, name, setting.minimum, setting.maximum);
-}
-
-Numbers toNumbers(const Setting &setting, const QString &name, const QVariant &value)
-{
-    Numbers numbers{};
-    if (setting.count == 1) {
-        numbers[0] = toNumber(setting, name, value);
-        return numbers;
-    }
-    const QVariantList list = value.toList();
-    if (list.size() != setting.count)
-        raise(InvalidParameter,
-              QStringLiteral("%1 must be a list of %2 numbers").arg(name).arg(setting.count));
-    for (int place = 0; place < setting.count; ++place)
-        numbers[static_cast<std::size_t>(place)] = toNumber(setting, name, list.at(place));
-    return numbers;
-}
-
 QVariantMap describe(const Setting &setting, const QString &name)
 {
-    return {{QStringLiteral("name"), name},
-            {QStringLiteral("unit"), QString(setting.unit)},
-            {QStringLiteral("minimum"), toVariant(setting, setting.minimum)},
-            {QStringLiteral("maximum"), toVariant(setting, setting.maximum)},
-            {QStringLiteral("count"), setting.count},
-            {QStringLiteral("readable"), setting.read != nullptr}};
-}
-
-QString cameraSetting(int camera, const Setting &setting)
-{
-    return QStringLiteral("camera%1.%2").arg(camera).arg(setting.name);
+    QVariantMap entry = setting.form.describe();
+    entry.insert(QStringLiteral("name"), name);
+    entry.insert(QStringLiteral("readable"), setting.read != nullptr);
+    return entry;
 }
 
 } // namespace
@@ -122,7 +71,7 @@ QVariantList Settings::list()
             append(setting, setting.name);
         else
             for (int camera = 0; camera < cameras; ++camera)
-                append(setting, cameraSetting(camera, setting));
+                append(setting, SettingName::ofCamera(camera, setting.name));
     }
     return list;
 }
@@ -137,14 +86,14 @@ QVariant Settings::read(const QString &name)
     check(link.call(
               [&](DeviceController &c) { return found.setting->read(c, found.camera, numbers); }),
           QStringLiteral("The scanner does not give the setting \"%1\"").arg(name));
-    return toVariant(*found.setting, numbers);
+    return found.setting->form.toVariant(numbers);
 }
 
 void Settings::write(const QString &name, const QVariant &value)
 {
     const Target found = target(name);
     const Numbers numbers =
-        toNumbers(*found.setting, QStringLiteral("The setting \"%1\"").arg(name), value);
+        found.setting->form.toNumbers(QStringLiteral("The setting \"%1\"").arg(name), value);
     if (found.setting->read)
         keepFirstValue(name, read(name));
     check(link.call(

@@ -107,23 +107,23 @@ using C = DeviceController;
 const std::vector<Setting> &settingTable()
 {
     static const std::vector<Setting> table = {
-        {Text("exposureUs"), Scope::Camera, Precision::Real, Text("us"), 1, 1000000, 1,
+        {Text("exposureUs"), Scope::Camera, {Precision::Real, Text("us"), 1, 1000000, 1},
          readExposure, writeExposure},
-        {Text("gain"), Scope::Camera, Precision::Whole, Text(""), 0, 65535, 1,
+        {Text("gain"), Scope::Camera, {Precision::Whole, Text(""), 0, 65535, 1},
          readGain, writeGain},
-        {Text("periodMs"), Scope::WholeScanner, Precision::Whole, Text("ms"), 1, 60000, 1,
+        {Text("periodMs"), Scope::WholeScanner, {Precision::Whole, Text("ms"), 1, 60000, 1},
          readWhole<&C::getVideoTriggerPeriod>, writeWhole<&C::setVideoTriggerPeriod>},
-        {Text("projectorBrightness"), Scope::WholeScanner, Precision::Whole, Text("%"), 0, 100, 1,
+        {Text("projectorBrightness"), Scope::WholeScanner, {Precision::Whole, Text("%"), 0, 100, 1},
          readWhole<&C::getProjectorBrightness>, writeWhole<&C::setProjectorBrightness>},
-        {Text("projectorDutyRatio"), Scope::WholeScanner, Precision::Whole, Text("%"), 0, 100, 1,
+        {Text("projectorDutyRatio"), Scope::WholeScanner, {Precision::Whole, Text("%"), 0, 100, 1},
          readWhole<&C::getProjectDutioRatio>, writeWhole<&C::setProjectDutioRatio>},
-        {Text("strobeDutyRatios"), Scope::WholeScanner, Precision::Whole, Text("%"), 0, 100, 3,
+        {Text("strobeDutyRatios"), Scope::WholeScanner, {Precision::Whole, Text("%"), 0, 100, 3},
          readStrobeRatios, writeStrobeRatios},
-        {Text("laserLineDutyRatio"), Scope::WholeScanner, Precision::Whole, Text("%"), 0, 100, 1,
+        {Text("laserLineDutyRatio"), Scope::WholeScanner, {Precision::Whole, Text("%"), 0, 100, 1},
          readWhole<&C::getLaserLineDutioRatio>, writeLaserLineRatio},
-        {Text("infraredDutyRatio"), Scope::WholeScanner, Precision::Whole, Text("%"), 0, 100, 1,
+        {Text("infraredDutyRatio"), Scope::WholeScanner, {Precision::Whole, Text("%"), 0, 100, 1},
          readWhole<&C::getIRLaserDutioRatio>, writeInfraredRatio},
-        {Text("distanceIndication"), Scope::WholeScanner, Precision::Whole, Text(""), 0, 3, 1,
+        {Text("distanceIndication"), Scope::WholeScanner, {Precision::Whole, Text(""), 0, 3, 1},
          nullptr, writeWhole<&C::setDistanceIndicate>},
     };
     return table;

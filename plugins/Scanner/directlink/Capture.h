@@ -3,15 +3,9 @@
 
 #include "DirectLink.h"
 #include "FrameReceiver.h"
-
-#include <QtCore/QVariant>
-
-#include <functional>
+#include "Publish.h"
 
 namespace Scanner {
-
-/// Tells the host of an event: its name and its payload.
-using Publish = std::function<void(const QString &name, const QVariantList &payload)>;
 
 /// Scans until "frames" frames have arrived and answers with one map an image, in order of arrival.
 /// Besides "frames" (1 to 10000) it reads what ScanRequest reads, and "timeoutMs": how long to wait
@@ -22,9 +16,6 @@ using Publish = std::function<void(const QString &name, const QVariantList &payl
 /// silent, is lost or is stopped from elsewhere.
 QVariantList captureScan(DirectLink &link, FrameReceiver &receiver, const QVariantMap &parameters,
                          const Publish &publish);
-
-/// The payload of "progress": [{"delivered", "dropped", "frames"}].
-QVariantList progressOf(const FrameAccount &account, int frames);
 
 } // namespace Scanner
 

@@ -133,11 +133,4 @@ QVariantList captureScan(DirectLink &link, FrameReceiver &receiver, const QVaria
     return images;
 }
 
-QVariantList progressOf(const FrameAccount &account, int frames)
-{
-    return {QVariantMap{{QStringLiteral("delivered"), account.delivered()},
-                        {QStringLiteral("dropped"), account.dropped()},
-                        {QStringLiteral("frames"), frames}}};
-}
-
 } // namespace Scanner

@@ -1,8 +1,8 @@
 #ifndef SCANNER_STREAM_H
 #define SCANNER_STREAM_H
 
-#include "Capture.h"
 #include "EventThread.h"
+#include "Publish.h"
 #include "ScanSession.h"
 
 #include <memory>

@@ -1,6 +1,6 @@
 #include "Light.h"
 
-#include "Errors.h"
+#include "NamedRow.h"
 
 #include <QtCore/QMap>
 #include <QtCore/QVariant>
@@ -42,19 +42,6 @@ const Pattern patterns[] = {
     {Text("cross"), ProjectorSpace::CrossPattern},
 };
 // clang-format on
-
-template <typename Row, std::size_t count>
-const Row &rowNamed(const Row (&rows)[count], const QString &name, const QString &what)
-{
-    QStringList names;
-    for (const Row &row : rows) {
-        if (row.name == name)
-            return row;
-        names.append(row.name);
-    }
-    raise(FunctionNotExist, QStringLiteral("There is no %1 \"%2\", but %3")
-                                .arg(what, name, names.join(QStringLiteral(", "))));
-}
 
 } // namespace
 

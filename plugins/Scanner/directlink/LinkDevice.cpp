@@ -1,0 +1,182 @@
+#include "LinkDevice.h"
+
+#include "Capture.h"
+#include "Commands.h"
+#include "Errors.h"
+#include "Light.h"
+#include "Parameters.h"
+#include "Snapshot.h"
+#include "Turntable.h"
+#include "UserInformation.h"
+
+#include <new>
+#include <utility>
+
+namespace Scanner {
+
+namespace {
+
+/// Lets events that are under way finish, on every path.
+struct QuietEnd
+{
+    EventThread &events;
+
+    ~QuietEnd() { events.waitUntilIdle(); }
+};
+
+} // namespace
+
+LinkDevice::LinkDevice(Publish publishEvent)
+    : publish(std::move(publishEvent))
+    , stream(link, receiver, events, publish)
+    , settings(link)
+{
+}
+
+void LinkDevice::setController(KvSyncCore::DeviceController *controller)
+{
+    link.setController(controller);
+}
+
+void LinkDevice::open(const QVariantMap &parameters)
+{
+    const QString serial = Parameters(parameters).text(QStringLiteral("serial"));
+    link.open(serial, reinterpret_cast<void *>(&LinkDevice::receiveStatus), this);
+    settings.forget();
+}
+
+QVariantList LinkDevice::list()
+{
+    return link.list();
+}
+
+void LinkDevice::requireOpen()
+{
+    link.requireOpen(DirectLink::handle);
+}
+
+void LinkDevice::close()
+{
+    const QuietEnd end{events};
+    receiver.cancel(QStringLiteral("The scanner was closed during the scan"));
+    stream.stop();
+    link.close(DirectLink::handle);
+}
+
+void LinkDevice::reset()
+{
+    link.reset(DirectLink::handle);
+}
+
+QVariant LinkDevice::getProperty(const QString &name, const QVariant &)
+{
+    return name == QLatin1String("list") ? settings.list() : settings.read(name);
+}
+
+void LinkDevice::setProperty(const QString &name, const QVariant &value)
+{
+    settings.write(name, value);
+}
+
+void LinkDevice::resetInterface(const QString &name)
+{
+    if (name == QLatin1String("light"))
+        switchLightOff(link);
+    else if (name == QLatin1String("settings"))
+        settings.restoreAll();
+    else
+        settings.restore(name);
+}
+
+void LinkDevice::setFlag(const QString &name, bool on)
+{
+    switchFlag(link, name, on);
+}
+
+void LinkDevice::project(const QString &pattern)
+{
+    projectPattern(link, pattern);
+}
+
+QVariantList LinkDevice::capture(const QString &kind, const QVariantMap &parameters)
+{
+    if (kind == QLatin1String("scan"))
+        return captureScan(link, receiver, parameters, publish);
+    if (kind == QLatin1String("color"))
+        return captureSnapshot(link, parameters);
+    refuse(QStringLiteral("images of the kind \"%1\"").arg(kind));
+}
+
+void LinkDevice::rotate(const QString &name, const QVariantMap &parameters, bool isRelative)
+{
+    rotateTurntable(name, parameters, isRelative);
+}
+
+QVariant LinkDevice::execute(const QString &command, const QVariantList &arguments)
+{
+    struct Row
+    {
+        QLatin1String name;
+        QVariant (LinkDevice::*run)(const QVariantList &arguments);
+    };
+    static const Row rows[] = {
+        {QLatin1String("startScan"), &LinkDevice::startScan},
+        {QLatin1String("stopScan"), &LinkDevice::stopScan},
+        {QLatin1String("info"), &LinkDevice::info},
+        {QLatin1String("readUserInformation"), &LinkDevice::readUserInformation},
+        {QLatin1String("writeUserInformation"), &LinkDevice::writeUserInformation},
+    };
+    for (const Row &row : rows) {
+        if (row.name == command)
+            return (this->*row.run)(arguments);
+    }
+    if (isLinkCommand(command))
+        return runLinkCommand(link, command, arguments.value(0).toMap());
+    refuse(QStringLiteral("the command \"%1\"").arg(command));
+}
+
+QVariant LinkDevice::startScan(const QVariantList &arguments)
+{
+    stream.start(arguments.value(0).toMap());
+    return {};
+}
+
+QVariant LinkDevice::stopScan(const QVariantList &)
+{
+    receiver.cancel(QStringLiteral("The scan was stopped before its last frame"));
+    return stream.stop();
+}
+
+QVariant LinkDevice::info(const QVariantList &)
+{
+    QVariantMap facts = link.facts();
+    facts.insert(QStringLiteral("scanning"), receiver.isReceiving());
+    return facts;
+}
+
+QVariant LinkDevice::readUserInformation(const QVariantList &arguments)
+{
+    return Scanner::readUserInformation(link, arguments);
+}
+
+QVariant LinkDevice::writeUserInformation(const QVariantList &arguments)
+{
+    return Scanner::writeUserInformation(link, arguments);
+}
+
+void LinkDevice::receiveStatus(const void *const &context, const unsigned char &first,
+                               const unsigned char &second)
+{
+    // The library holds the context as the pointer that open gave it, and only passes it through.
+    auto *const self = static_cast<LinkDevice *>(const_cast<void *>(context));
+    const QVariantList payload{QVariantMap{{QStringLiteral("first"), int(first)},
+                                           {QStringLiteral("second"), int(second)}}};
+    try {
+        self->events.post(
+            [self, payload] { self->publish(QStringLiteral("statusChanged"), payload); });
+    } catch (const std::bad_alloc &) {
+        // Nothing may be thrown into the library.
+    }
+}
+
+} // namespace Scanner

@@ -1,0 +1,74 @@
+#ifndef SCANNER_LINKDEVICE_H
+#define SCANNER_LINKDEVICE_H
+
+#include "Device.h"
+#include "DirectLink.h"
+#include "EventThread.h"
+#include "FrameReceiver.h"
+#include "Publish.h"
+#include "Settings.h"
+#include "Stream.h"
+
+namespace Scanner {
+
+/// The scanner of the direct link, open or not. It must live as long as the process: the library
+/// may call back at any time.
+///
+/// Publishes "frameArrived", "progress" and "statusChanged"; see ScannerPlugin.
+class LinkDevice : public Device
+{
+public:
+    explicit LinkDevice(Publish publishEvent);
+
+    void setController(KvSyncCore::DeviceController *controller);
+    /// {"serial": text}; an empty text takes the scanner that is there. Throws `ConnectFailed`.
+    void open(const QVariantMap &parameters);
+    /// See DirectLink::list.
+    QVariantList list();
+    /// Throws `HandleInvalid` unless the scanner is open.
+    void requireOpen();
+
+    /// Ends a scan first, in whatever thread it runs. Unless a slot calls it, no event of the event
+    /// thread comes after it.
+    void close() override;
+    /// Closes the scanner's cameras and connects them again.
+    void reset() override;
+    /// A setting by its name; "list" answers with all of them: see Settings. The value is not used.
+    QVariant getProperty(const QString &name, const QVariant &value) override;
+    void setProperty(const QString &name, const QVariant &value) override;
+    /// "light": lasers and projector off. "settings", or a setting's name: as it was when the
+    /// scanner was opened.
+    void resetInterface(const QString &name) override;
+    /// See switchFlag.
+    void setFlag(const QString &name, bool on) override;
+    /// See projectPattern.
+    void project(const QString &pattern) override;
+    /// "scan": see captureScan. "color": see captureSnapshot.
+    QVariantList capture(const QString &kind, const QVariantMap &parameters) override;
+    /// See rotateTurntable.
+    void rotate(const QString &name, const QVariantMap &parameters, bool isRelative) override;
+    /// "startScan" [parameters] and "stopScan": see Stream. "info": facts about the scanner.
+    /// "readUserInformation" [address] and "writeUserInformation" [address, text]. And each other
+    /// command of the direct link, [parameters]: see runLinkCommand.
+    QVariant execute(const QString &command, const QVariantList &arguments) override;
+
+private:
+    static void receiveStatus(const void *const &context, const unsigned char &first,
+                              const unsigned char &second);
+    QVariant startScan(const QVariantList &arguments);
+    QVariant stopScan(const QVariantList &arguments);
+    QVariant info(const QVariantList &arguments);
+    QVariant readUserInformation(const QVariantList &arguments);
+    QVariant writeUserInformation(const QVariantList &arguments);
+
+    const Publish publish;
+    DirectLink link;
+    FrameReceiver receiver;
+    EventThread events;
+    Stream stream;
+    Settings settings;
+};
+
+} // namespace Scanner
+
+#endif

@@ -1,0 +1,167 @@
+#include "OpenDevice.h"
+
+#include "Errors.h"
+
+#include <QtCore/QStringList>
+
+namespace Scanner {
+
+using KvSyncCore::DeviceController;
+using namespace BaseDeviceSpace;
+
+namespace {
+
+struct Capability
+{
+    DeviceType type;
+    QLatin1String name;
+};
+
+const Capability capabilityTable[] = {
+    {CameraDevice, QLatin1String("camera")},
+    {ProjectorDevice, QLatin1String("projector")},
+    {MotorDevice, QLatin1String("motor")},
+    {ControllerDevice, QLatin1String("controller")},
+};
+
+constexpr int mostSensors = 16;
+
+} // namespace
+
+OpenDevice::OpenDevice(DeviceController &deviceController, qint64 deviceHandle)
+    : controller(deviceController)
+    , ownHandle(deviceHandle)
+    , ownName(controller.name(deviceHandle).second)
+    , types(controller.types(deviceHandle).second)
+{
+}
+
+QStringList OpenDevice::capabilities() const
+{
+    QStringList names;
+    for (const Capability &capability : capabilityTable) {
+        if (has(capability.type))
+            names.append(capability.name);
+    }
+    return names;
+}
+
+void OpenDevice::require(DeviceType type) const
+{
+    for (const Capability &capability : capabilityTable) {
+        if (capability.type == type && !has(type))
+            raise(FunctionNotExist,
+                  QStringLiteral("The device \"%1\" has no %2").arg(ownName, capability.name));
+    }
+}
+
+void OpenDevice::waitUntil(std::chrono::steady_clock::time_point time)
+{
+    std::unique_lock<std::mutex> lock(mutex);
+    if (changed.wait_until(lock, time, [this] { return ending; }))
+        raiseEnded();
+}
+
+ErrorCode OpenDevice::end()
+{
+    struct Revival // of a device that could not be deleted
+    {
+        OpenDevice &device;
+        bool isDue = true;
+
+        ~Revival()
+        {
+            const std::lock_guard<std::mutex> lock(device.mutex);
+            device.ending = !isDue;
+        }
+    };
+    beginEnd();
+    Revival revival{*this};
+    rest();
+    {
+        std::unique_lock<std::mutex> lock(mutex);
+        changed.wait(lock, [this] { return running == 0; });
+    }
+    const ErrorCode result = controller.deleteDevice(ownHandle);
+    revival.isDue = result != Success;
+    return result;
+}
+
+void OpenDevice::abandon()
+{
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        ending = true;
+    }
+    changed.notify_all();
+}
+
+bool OpenDevice::isEnding() const
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    return ending;
+}
+
+void OpenDevice::rest()
+{
+    if (has(MotorDevice))
+        controller.stopMotor(ownHandle, {});
+    if (has(CameraDevice)) {
+        const int sensors = countSensors(controller, ownHandle);
+        for (int sensor = 0; sensor < sensors; ++sensor)
+            controller.stopStream(ownHandle, static_cast<signed char>(sensor));
+    }
+    if (has(ProjectorDevice)) {
+        controller.scan(ownHandle, ProjectorSpace::ContinuousScan, false);
+        controller.projectorLEDSwitch(ownHandle, false);
+        controller.projectorPWM(ownHandle, false);
+    }
+}
+
+void OpenDevice::beginEnd()
+{
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (ending)
+            raiseEnded();
+        ending = true;
+    }
+    changed.notify_all();
+}
+
+void OpenDevice::raiseEnded() const
+{
+    raiseNotOpen(ownHandle);
+}
+
+OpenDevice::Turn::Turn(OpenDevice &usedDevice)
+    : device(usedDevice)
+{
+    const std::lock_guard<std::mutex> lock(device.mutex);
+    if (device.ending)
+        device.raiseEnded();
+    ++device.running;
+}
+
+OpenDevice::Turn::~Turn()
+{
+    {
+        const std::lock_guard<std::mutex> lock(device.mutex);
+        --device.running;
+    }
+    device.changed.notify_all();
+}
+
+int countSensors(DeviceController &controller, qint64 handle)
+{
+    int count = 0;
+    unsigned int width = 0;
+    unsigned int height = 0;
+    while (count < mostSensors &&
+           controller.getMaxImageSize(handle, width, height, static_cast<signed char>(count)) ==
+               Success)
+        ++count;
+    return count;
+}
+
+} // namespace Scanner

@@ -1,0 +1,263 @@
+#include "PluginDeviceHost.h"
+
+#include <future>
+
+using namespace KvSyncTest;
+
+class PluginDeviceCapture : public PluginDeviceHost
+{
+protected:
+    static QVariantList column(const QVariantList &images, const QString &key)
+    {
+        QVariantList values;
+        for (const QVariant &image : images)
+            values.append(image.toMap().value(key));
+        return values;
+    }
+};
+
+TEST_F(PluginDeviceCapture, TakesFramesOfASingleCamera)
+{
+    const QVariant handle = openDevice(CameraAlone);
+    const QVariantList images = capture(handle, {{"frames", 2}, {"periodMs", 1}});
+    EXPECT_EQ(column(images, "frame"), (QVariantList{0, 1}));
+    EXPECT_EQ(column(images, "camera"), (QVariantList{0, 0}));
+    const QVariantMap first = images.first().toMap();
+    EXPECT_EQ(first.value("width"), QVariant(640));
+    EXPECT_EQ(first.value("height"), QVariant(480));
+    EXPECT_EQ(first.value("bitDepth"), QVariant(8));
+    EXPECT_EQ(first.value("format"), QVariant(0));
+    EXPECT_EQ(first.value("data").toByteArray().size(), 640 * 480);
+    EXPECT_NE(first.value("data"), images.last().toMap().value("data"));
+}
+
+TEST_F(PluginDeviceCapture, TakesFramesOfEverySensor)
+{
+    const QVariant handle = openDevice(WholeScanner);
+    const QVariantList images = capture(handle, {{"frames", 2}, {"periodMs", 1}});
+    EXPECT_EQ(column(images, "camera"), (QVariantList{0, 1, 0, 1}));
+    EXPECT_EQ(column(images, "frame"), (QVariantList{0, 0, 1, 1}));
+}
+
+TEST_F(PluginDeviceCapture, TakesFramesOfOneSensor)
+{
+    const QVariant handle = openDevice(WholeScanner);
+    const QVariantList images = capture(handle, {{"frames", 1}, {"camera", 1}});
+    EXPECT_EQ(column(images, "camera"), QVariantList{1});
+}
+
+TEST_F(PluginDeviceCapture, ACameraRunsFreelyUnlessAPeriodIsAsked)
+{
+    const QVariant handle = openDevice(CameraAlone);
+    std::vector<int> modes;
+    reaction = [&](const ReceivedEvent &event) {
+        if (event.name == "frameArrived")
+            modes.push_back(get(handle, "camera0.triggerMode").toInt());
+    };
+    capture(handle, {{"frames", 1}});
+    capture(handle, {{"frames", 1}, {"periodMs", 1}});
+    EXPECT_EQ(modes, (std::vector<int>{0, 1}));
+}
+
+TEST_F(PluginDeviceCapture, TakesFramesInColor)
+{
+    const QVariant handle = openDevice(CameraAlone);
+    const QVariantMap image = capture(handle, {{"frames", 1}, {"color", true}}).first().toMap();
+    EXPECT_EQ(image.value("format"), QVariant(4));
+    EXPECT_EQ(image.value("data").toByteArray().size(), 640 * 480 * 3);
+}
+
+TEST_F(PluginDeviceCapture, AColorImageIsOneFrameWithoutEvents)
+{
+    const QVariant handle = openDevice(WholeScanner);
+    const QVariantList images =
+        call("captureImage", {handle, "color", QVariantMap{{"camera", 0}, {"timeoutMs", 60000}}})
+            .toList();
+    ASSERT_EQ(images.size(), 1);
+    EXPECT_EQ(images.first().toMap().value("format"), QVariant(4));
+    EXPECT_TRUE(events("frameArrived").empty());
+}
+
+TEST_F(PluginDeviceCapture, LeavesTheCameraAsItWas)
+{
+    const QVariant handle = openDevice(CameraAlone);
+    set(handle, "camera0.triggerMode", 2);
+    set(handle, "pixelFormat", 1);
+    capture(handle, {{"frames", 1}, {"color", true}});
+    EXPECT_EQ(get(handle, "camera0.triggerMode"), QVariant(2));
+    EXPECT_EQ(get(handle, "camera0.pixelFormat"), QVariant(1));
+    set(handle, "camera0.size", QVariantList{64, 48}); // refused while a stream runs
+}
+
+TEST_F(PluginDeviceCapture, TellsEveryFrameAndTheProgress)
+{
+    const QVariant handle = openDevice(WholeScanner);
+    const QVariantList images = capture(handle, {{"frames", 2}, {"periodMs", 1}});
+    const auto frames = events("frameArrived");
+    ASSERT_EQ(frames.size(), 2u);
+    EXPECT_EQ(frames.at(0).payload, images.mid(0, 2));
+    EXPECT_EQ(frames.at(1).payload, images.mid(2, 2));
+    EXPECT_EQ(frames.at(1).thread, std::this_thread::get_id());
+    const auto progress = events("progress");
+    ASSERT_EQ(progress.size(), 2u);
+    EXPECT_EQ(progress.at(1).payload,
+              (QVariantList{QVariantMap{{"delivered", 2}, {"dropped", 0}, {"frames", 2}}}));
+}
+
+TEST_F(PluginDeviceCapture, CountsFramesThatWereLostBetweenTwo)
+{
+    const QVariant handle = openDevice(CameraAlone);
+    // Eight frames wait in the camera; the ninth that comes pushes the oldest out.
+    reaction = [&](const ReceivedEvent &event) {
+        if (event.name != "progress" || events("progress").size() != 1)
+            return;
+        for (int i = 0; i < 9; ++i)
+            set(handle, "trigger", QVariantMap{});
+    };
+    const QVariantList images = capture(handle, {{"frames", 3}, {"periodMs", 1}});
+    EXPECT_EQ(column(images, "frame"), (QVariantList{0, 3, 4}));
+    EXPECT_EQ(events("progress").back().payload,
+              (QVariantList{QVariantMap{{"delivered", 3}, {"dropped", 2}, {"frames", 3}}}));
+}
+
+TEST_F(PluginDeviceCapture, RefusesWhatCannotBeUsed)
+{
+    const QVariant handle = openDevice(WholeScanner);
+    expectFails(InvalidParameter, "\"frames\" must be a whole number from 1 to 10000, not 0",
+                "captureImage", {handle, "scan", QVariantMap{{"frames", 0}}});
+    expectFails(InvalidParameter, "\"camera\" must be a whole number from 0 to 1, not 2",
+                "captureImage", {handle, "scan", QVariantMap{{"frames", 1}, {"camera", 2}}});
+    expectFails(InvalidParameter, "\"periodMs\" must be a whole number from 1 to 60000, not 0",
+                "captureImage", {handle, "scan", QVariantMap{{"frames", 1}, {"periodMs", 0}}});
+    expectFails(InvalidParameter, "\"timeoutMs\" must be a whole number from 1 to 3600000, not 0",
+                "captureImage", {handle, "scan", QVariantMap{{"frames", 1}, {"timeoutMs", 0}}});
+    expectFails(InvalidParameter, "\"color\" must be true or false, not 1", "captureImage",
+                {handle, "scan", QVariantMap{{"frames", 1}, {"color", 1}}});
+    expectFails(FunctionNotExist, "Scanner 1.0 does not serve images of the kind \"depth\"",
+                "captureImage", {handle, "depth", QVariantMap()});
+}
+
+TEST_F(PluginDeviceCapture, ADeviceWithoutACameraTakesNone)
+{
+    const QVariant handle = openDevice(TurntableAlone);
+    for (const char *const kind : {"scan", "color"})
+        expectFails(FunctionNotExist, "The device \"Virtual turntable\" has no camera",
+                    "captureImage", {handle, kind, QVariantMap{{"frames", 1}}});
+}
+
+TEST_F(PluginDeviceCapture, SaysWhatTheCameraRefuses)
+{
+    struct Row
+    {
+        QString operation;
+        QString text;
+    };
+    const std::vector<Row> rows = {
+        {"getTriggerMode", "Camera 0 does not give its trigger mode"},
+        {"getPixelFormat", "Camera 0 does not give its pixel format"},
+        {"setTriggerMode", "Camera 0 refuses the trigger mode"},
+        {"setProperty", "Camera 0 refuses the pixel format"},
+        {"startStream", "Camera 0 refuses to start"},
+        {"getProperty", "Camera 0 gave no frame"},
+    };
+    const auto refusal = static_cast<ErrorCode>(0x01F20006);
+    const QVariant handle = openDevice(CameraAlone);
+    const QVariantMap parameters{{"frames", 1}, {"periodMs", 1}, {"color", true}};
+    for (const Row &row : rows) {
+        makeFail(handle, row.operation, refusal);
+        expectFails(refusal, row.text, "captureImage", {handle, "scan", parameters});
+        makeFail(handle, row.operation, Success);
+    }
+    EXPECT_EQ(capture(handle, parameters).size(), 1);
+}
+
+TEST_F(PluginDeviceCapture, SaysThatTheCameraRefusesTheTrigger)
+{
+    const QVariant handle = openDevice(CameraAlone);
+    makeFail(handle, "setProperty", 0x01F20007);
+    expectFails(static_cast<ErrorCode>(0x01F20007), "Camera 0 refuses the trigger", "captureImage",
+                {handle, "scan", QVariantMap{{"frames", 1}, {"periodMs", 1}}});
+}
+
+TEST_F(PluginDeviceCapture, SaysThatNoSensorAnswers)
+{
+    const QVariant handle = openDevice(CameraAlone);
+    makeFail(handle, "getMaxImageSize", 0x01F20008);
+    expectFails(CameraFailed, "The camera \"Virtual camera\" does not answer", "captureImage",
+                {handle, "scan", QVariantMap{{"frames", 1}}});
+}
+
+TEST_F(PluginDeviceCapture, ACameraThatVanishesEndsTheScan)
+{
+    const QVariant handle = openDevice(CameraAlone);
+    reaction = [&](const ReceivedEvent &event) {
+        if (event.name == "frameArrived")
+            set(handle, "vanish", QVariantMap{{"vanished", true}});
+    };
+    expectFails(vanished, "Camera 0 gave no frame", "captureImage",
+                {handle, "scan", QVariantMap{{"frames", 5}}});
+}
+
+TEST_F(PluginDeviceCapture, OneScanRunsAtATime)
+{
+    const QVariant handle = openDevice(CameraAlone);
+    bool wasRefused = false;
+    reaction = [&](const ReceivedEvent &event) {
+        if (event.name != "frameArrived" || wasRefused)
+            return;
+        wasRefused = true;
+        std::async(std::launch::async, [&] {
+            expectFails(CameraFailed, "A scan is running already", "captureImage",
+                        {handle, "scan", QVariantMap{{"frames", 1}}});
+        }).get();
+    };
+    EXPECT_EQ(capture(handle, {{"frames", 2}}).size(), 2);
+    EXPECT_TRUE(wasRefused);
+}
+
+TEST_F(PluginDeviceCapture, ASlotMayCloseTheDevice)
+{
+    const QVariant handle = openDevice(CameraAlone);
+    reaction = [&](const ReceivedEvent &event) {
+        if (event.name == "frameArrived")
+            close(handle);
+    };
+    expectFails(CameraFailed, "The device was closed during the scan", "captureImage",
+                {handle, "scan", QVariantMap{{"frames", 5}}});
+}
+
+TEST_F(PluginDeviceCapture, ClosingEndsAScanThatWaitsForAFrame)
+{
+    const QVariant handle = openDevice(CameraAlone);
+    set(handle, "exposure", 1000000); // the next frame is a second away
+    auto scanning = std::async(std::launch::async, [&] {
+        expectFails(CameraFailed, "The device was closed during the scan", "captureImage",
+                    {handle, "scan", QVariantMap{{"frames", 5000}, {"timeoutMs", 60000}}});
+    });
+    ASSERT_TRUE(waitForEvents("frameArrived", 1));
+    close(handle);
+    scanning.get();
+}
+
+TEST_F(PluginDeviceCapture, ClosingEndsAScanThatWaitsForItsPeriod)
+{
+    const QVariant handle = openDevice(CameraAlone);
+    auto scanning = std::async(std::launch::async, [&] {
+        expectFails(CameraFailed, "The device was closed during the scan", "captureImage",
+                    {handle, "scan", QVariantMap{{"frames", 5000}, {"periodMs", 60000}}});
+    });
+    ASSERT_TRUE(waitForEvents("progress", 1));
+    close(handle);
+    scanning.get();
+}
+
+TEST_F(PluginDeviceCapture, AScanOfTheDirectLinkRunsBesideIt)
+{
+    open();
+    const QVariant handle = openDevice(CameraAlone);
+    auto other = std::async(std::launch::async, [&] {
+        return ScannerHost::capture({{"frames", 3}});
+    });
+    EXPECT_EQ(capture(handle, {{"frames", 3}}).size(), 3);
+    EXPECT_EQ(other.get().size(), 6); // of two cameras
+}
