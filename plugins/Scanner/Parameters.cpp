@@ -78,6 +78,13 @@ QString shown(const QVariant &value)
             elements.append(shown(element));
         return QStringLiteral("[%1]").arg(elements.join(QStringLiteral(", ")));
     }
+    if (value.type() == QVariant::Map) {
+        const QVariantMap map = value.toMap();
+        QStringList entries;
+        for (auto entry = map.begin(); entry != map.end(); ++entry)
+            entries.append(QStringLiteral("\"%1\": %2").arg(entry.key(), shown(entry.value())));
+        return QStringLiteral("{%1}").arg(entries.join(QStringLiteral(", ")));
+    }
     if (!value.canConvert<QString>())
         return QStringLiteral("a %1").arg(QString::fromLatin1(value.typeName()));
     if (value.type() == QVariant::String)

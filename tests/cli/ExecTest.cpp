@@ -78,7 +78,7 @@ TEST(KvsyncExec, PassesHandlesThatAreTextsInFull)
 {
     expectFailure(exec({QStringLiteral("Scanner"), QStringLiteral("closeDevices"),
                         QStringLiteral("\"9223372036854775807\"")}),
-                  QStringLiteral("kvsync: HandleInvalid (0x010F0003): No open scanner has the "
+                  QStringLiteral("kvsync: HandleInvalid (0x010F0003): No open device has the "
                                  "handle 9223372036854775807"));
 }
 

@@ -36,6 +36,7 @@ using Command = std::function<void(Context &context)>;
 // each, one row each in CommandLine.cpp.
 void addScanCommand(CLI::App &app, Command &chosen);
 void addScannerCommand(CLI::App &app, Command &chosen);
+void addDeviceCommand(CLI::App &app, Command &chosen);
 void addExecCommand(CLI::App &app, Command &chosen);
 void addPluginsCommand(CLI::App &app, Command &chosen);
 

@@ -21,10 +21,7 @@ constexpr int failed = 1;
 constexpr int wrongCommandLine = 2;
 
 constexpr void (*addCommands[])(CLI::App &app, Command &chosen) = {
-    addScanCommand,
-    addScannerCommand,
-    addExecCommand,
-    addPluginsCommand,
+    addScanCommand, addScannerCommand, addDeviceCommand, addExecCommand, addPluginsCommand,
 };
 
 // In the order in which CLI11 takes them: the last first, without the program's name.

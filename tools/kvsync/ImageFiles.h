@@ -11,8 +11,9 @@ namespace KvSyncCli {
 /// be written there: better before a scan than after it.
 QDir openOutputFolder(const QString &path);
 
-/// The picture in a plug-in's image map {"width", "height", "bitDepth", "data"}. Throws
-/// `CameraFailed` if the map holds no whole 8-bit image.
+/// The picture in a plug-in's image map {"width", "height", "bitDepth", "format", "data"}; the
+/// format is a CameraSpace::PixelFormatType, Mono8 if missing. Throws `CameraFailed` if the map
+/// holds no whole image of a known format.
 QImage imageFrom(const QVariantMap &map);
 
 /// Writes a PNG file and answers with its path. Throws `PathNotExist`.

@@ -18,21 +18,42 @@ ServiceHost &listening(ServiceHost &host, const std::function<void(const Event &
 
 } // namespace
 
-void addScannerOptions(CLI::App &command, ScannerOptions &options)
+QVariantMap DeviceOptions::address() const
+{
+    if (plugin.empty())
+        return {{QStringLiteral("serial"), fromArgument(serial)}};
+    return {{QStringLiteral("plugin"), fromArgument(plugin)},
+            {QStringLiteral("version"), fromArgument(version)},
+            {QStringLiteral("index"), index}};
+}
+
+void addScannerOptions(CLI::App &command, DeviceOptions &options)
 {
     command.add_option("--serial", options.serial,
                        "Serial number of the scanner; without it, the one that is there");
     command.add_flag("--json", options.json, "Print JSON");
 }
 
-OpenScanner::OpenScanner(const Context &context, const ScannerOptions &options,
+void addPluginDeviceOptions(CLI::App &command, DeviceOptions &options)
+{
+    command.add_option("--plugin", options.plugin, "Name of the device plug-in")->required();
+    command
+        .add_option("--plugin-version", options.version,
+                    "Version of the plug-in; the newest build of it is taken")
+        ->capture_default_str();
+    command.add_option("--index", options.index, "Place in the plug-in's list of devices, from 0")
+        ->capture_default_str();
+    command.add_flag("--json", options.json, "Print JSON");
+}
+
+OpenScanner::OpenScanner(const Context &context, const DeviceOptions &options,
                          const std::function<void(const Event &event)> &listener)
     : host(context.options, QStringLiteral("Scanner"), QVersionNumber(1, 0))
-    , device(listening(host, listener), {{QStringLiteral("serial"), fromArgument(options.serial)}})
+    , device(listening(host, listener), options.address())
 {
 }
 
-void print(Context &context, const ScannerOptions &options, const QString &text,
+void print(Context &context, const DeviceOptions &options, const QString &text,
            const QJsonObject &object)
 {
     context.output.write(options.json ? jsonText(object) : text.toUtf8());

@@ -13,21 +13,30 @@ class App;
 
 namespace KvSyncCli {
 
-/// What may be said of every command that uses the directly linked scanner.
-struct ScannerOptions
+/// What may be said of every command that uses a device: which one, and how it answers.
+struct DeviceOptions
 {
     std::string serial;
+    std::string plugin; ///< a device plug-in; empty for the directly linked scanner
+    std::string version = "1.0";
+    int index = 0;
     bool json = false;
+
+    /// What the Scanner plug-in's openDevices takes.
+    QVariantMap address() const;
 };
 
-/// Adds "--serial" and "--json".
-void addScannerOptions(CLI::App &command, ScannerOptions &options);
+/// For the directly linked scanner: adds "--serial" and "--json".
+void addScannerOptions(CLI::App &command, DeviceOptions &options);
 
-/// The Scanner plug-in and the directly linked scanner, open as long as this object lives.
+/// For a device of a device plug-in: adds "--plugin", "--plugin-version", "--index" and "--json".
+void addPluginDeviceOptions(CLI::App &command, DeviceOptions &options);
+
+/// The Scanner plug-in and a device that it opened, open as long as this object lives.
 class OpenScanner
 {
 public:
-    OpenScanner(const Context &context, const ScannerOptions &options,
+    OpenScanner(const Context &context, const DeviceOptions &options,
                 const std::function<void(const Event &event)> &listener = nullptr);
 
     QVariant call(const QString &function, const QVariantList &furtherArguments = {})
@@ -49,7 +58,7 @@ private:
 };
 
 /// Prints the text for people, or the object for programs.
-void print(Context &context, const ScannerOptions &options, const QString &text,
+void print(Context &context, const DeviceOptions &options, const QString &text,
            const QJsonObject &object);
 
 } // namespace KvSyncCli

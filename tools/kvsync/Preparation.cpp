@@ -21,12 +21,17 @@ bool isOn(const NamedValue &flag)
 
 } // namespace
 
-void addPreparationOptions(CLI::App &command, Preparation &preparation)
+void addSettingOption(CLI::App &command, Preparation &preparation)
 {
     command
         .add_option("--set", preparation.settings,
-                    "Set NAME=VALUE first, as scanner set does; may be repeated")
+                    "Set NAME=VALUE first, as the command set does; may be repeated")
         ->allow_extra_args(false);
+}
+
+void addPreparationOptions(CLI::App &command, Preparation &preparation)
+{
+    addSettingOption(command, preparation);
     command
         .add_option("--switch", preparation.flags,
                     "Switch NAME=on or NAME=off first: infraredLaser, blueLaser; may be repeated")

@@ -19,7 +19,10 @@ struct Preparation
     std::optional<double> turntableDegrees;
 };
 
-/// Adds "--set", "--switch", "--project" and "--turntable".
+/// Adds "--set" alone.
+void addSettingOption(CLI::App &command, Preparation &preparation);
+
+/// For the directly linked scanner: adds "--set", "--switch", "--project" and "--turntable".
 void addPreparationOptions(CLI::App &command, Preparation &preparation);
 
 /// Throws `InvalidParameter` for a text of another form, and what the plug-in throws.

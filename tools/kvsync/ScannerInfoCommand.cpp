@@ -30,7 +30,7 @@ QString infoText(const QVariantMap &info)
     return text;
 }
 
-void runInfo(const ScannerOptions &options, Context &context)
+void runInfo(const DeviceOptions &options, Context &context)
 {
     OpenScanner scanner(context, options);
     const QVariantMap info = scanner.execute(QStringLiteral("info")).toMap();
@@ -42,7 +42,7 @@ void runInfo(const ScannerOptions &options, Context &context)
 
 void addScannerInfoCommand(CLI::App &scanner, Command &chosen)
 {
-    const auto options = std::make_shared<ScannerOptions>();
+    const auto options = std::make_shared<DeviceOptions>();
     CLI::App *const command = scanner.add_subcommand("info", "Firmware, cameras and connection");
     addScannerOptions(*command, *options);
     command->callback([options, &chosen] {

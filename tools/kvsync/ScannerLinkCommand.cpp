@@ -15,7 +15,7 @@ namespace {
 
 struct LinkOptions
 {
-    ScannerOptions scanner;
+    DeviceOptions scanner;
     std::string name;
     std::vector<std::string> parameters;
 };

@@ -16,7 +16,7 @@ namespace {
 
 struct SnapOptions
 {
-    ScannerOptions scanner;
+    DeviceOptions scanner;
     Preparation preparation;
     std::string folder;
     std::optional<int> route;

@@ -12,7 +12,7 @@ namespace {
 
 struct UserInfoOptions
 {
-    ScannerOptions scanner;
+    DeviceOptions scanner;
     int address = 0;
     std::string text;
     std::string store;

@@ -123,7 +123,7 @@ const std::vector<DeviceSetting> &deviceSettingTable()
          readPair<&C::getAOIOffset>, writePair<&C::setAOIOffset>},
         {Text("pixelFormat"), CameraDevice, {Precision::Whole, Text(""), 0, largest, 1},
          readPixelFormat, nullptr},
-        {Text("triggerMode"), CameraDevice, {Precision::Whole, Text(""), 0, largest, 1},
+        {Text("triggerMode"), CameraDevice, {Precision::Whole, Text(""), 0, CameraSpace::HardwareTrigger, 1},
          readTriggerMode, writeTriggerMode},
         {Text("projectorPwm"), ProjectorDevice, {Precision::Flag, Text(""), 0, 1, 1},
          readFlag<&C::currentProjectorPWM>, writeFlag<&C::projectorPWM>},

@@ -1,0 +1,130 @@
+#include "DeviceCommand.h"
+#include "DeviceText.h"
+#include "Failure.h"
+#include "Json.h"
+#include "ServiceHost.h"
+#include "StandardOutput.h"
+#include "plugins/PluginFolders.h"
+
+#include <CLI/CLI.hpp>
+#include <KvSyncTool/Exception.h>
+#include <QtCore/QJsonArray>
+
+#include <memory>
+
+namespace KvSyncCli {
+
+namespace {
+
+struct ListOptions
+{
+    bool json = false;
+};
+
+/// One device plug-in and what it has.
+struct Listing
+{
+    QString plugin;
+    QString version;
+    QVariantList devices;
+    QString failure; ///< why it could not be asked; empty if it was
+};
+
+/// The device plug-ins that the core would load.
+std::vector<Listing> findPlugins(const GlobalOptions &options)
+{
+    std::vector<Listing> plugins;
+    for (const PluginFolder &folder : pluginFolders(options)) {
+        if (folder.kind != PluginKind::DevicePlugin)
+            continue;
+        const PluginSelection selection(folder.path);
+        const QStringList entries = selection.exists() ? selection.entries() : QStringList();
+        for (const QString &entry : entries) {
+            const PluginReport report = inspectPlugin(
+                selection, folder.path + QLatin1Char('/') + entry, folder.kind, LoadTrial::No);
+            if (report.wouldLoad())
+                plugins.push_back({report.fileName.name, report.fileName.version(), {}, {}});
+        }
+    }
+    return plugins;
+}
+
+void ask(ServiceHost &host, Listing &listing)
+{
+    const QVariantMap address{{QStringLiteral("plugin"), listing.plugin},
+                              {QStringLiteral("version"), listing.version}};
+    const QVariant noDevice = QVariant::fromValue<qint64>(0);
+    try {
+        listing.devices =
+            host.call(QStringLiteral("execute"),
+                      {noDevice, QStringLiteral("listDevices"), QVariant(QVariantList{address})})
+                .toList();
+        // The other plug-ins are worth a look all the same.
+    } catch (const KvSyncTool::Exception &failure) {
+        listing.failure =
+            QStringLiteral("%1: %2").arg(shownCode(failure.code()), failure.message());
+    } catch (const std::exception &failure) {
+        listing.failure = QString::fromLocal8Bit(failure.what());
+    }
+}
+
+QString text(const Listing &listing)
+{
+    QString result = QStringLiteral("%1 %2\n").arg(listing.plugin, listing.version);
+    if (!listing.failure.isEmpty())
+        result += QStringLiteral("  %1\n").arg(listing.failure);
+    for (const QVariant &each : listing.devices) {
+        const QVariantMap device = each.toMap();
+        const bool isKnown = device.contains(QStringLiteral("name"));
+        result += QStringLiteral("  %1  %2  %3\n")
+                      .arg(device.value(QStringLiteral("index")).toInt())
+                      .arg(device.value(QStringLiteral("name")).toString(), -20)
+                      .arg(isKnown ? shownTypes(device)
+                                   : QStringLiteral("does not let itself be opened"));
+    }
+    return result;
+}
+
+QJsonObject json(const Listing &listing)
+{
+    QJsonObject object{{QStringLiteral("plugin"), listing.plugin},
+                       {QStringLiteral("version"), listing.version},
+                       {QStringLiteral("devices"), toJson(listing.devices, Bytes::Summary)}};
+    if (!listing.failure.isEmpty())
+        object.insert(QStringLiteral("failure"), listing.failure);
+    return object;
+}
+
+void runList(const ListOptions &options, Context &context)
+{
+    std::vector<Listing> plugins = findPlugins(context.options);
+    ServiceHost host(context.options, QStringLiteral("Scanner"), QVersionNumber(1, 0));
+    QString texts;
+    QJsonArray objects;
+    for (Listing &listing : plugins) {
+        ask(host, listing);
+        texts += text(listing);
+        objects.append(json(listing));
+    }
+    if (plugins.empty())
+        texts = QStringLiteral("no device plug-in that can be loaded\n");
+    context.output.write(options.json ? jsonText({{QStringLiteral("plugins"), objects}})
+                                      : texts.toUtf8());
+}
+
+} // namespace
+
+void addDeviceListCommand(CLI::App &device, Command &chosen)
+{
+    const auto options = std::make_shared<ListOptions>();
+    CLI::App *const command =
+        device.add_subcommand("list", "List the device plug-ins and their devices");
+    command->footer("Loads each plug-in and connects each of its devices for a moment. Files that\n"
+                    "are not loaded: see kvsync plugins.");
+    command->add_flag("--json", options->json, "Print JSON");
+    command->callback([options, &chosen] {
+        chosen = [options](Context &context) { runList(*options, context); };
+    });
+}
+
+} // namespace KvSyncCli
