@@ -108,7 +108,7 @@ TEST_F(PluginDeviceOpening, NeedsAWholeAddress)
                 {QVariantMap{{"plugin", 7}}});
     expectFails(InvalidParameter, "\"version\" must be a text such as \"1.0\", not nothing",
                 "openDevices", {QVariantMap{{"plugin", "VirtualScanner"}}});
-    for (const char *const version : {"", "one", "1.0b"}) {
+    for (const char *const version : {"", "one", "1.0b", "01.0"}) {
         expectFails(InvalidParameter,
                     QStringLiteral("\"version\" must be a text such as \"1.0\", not \"%1\"")
                         .arg(QString::fromLatin1(version)),

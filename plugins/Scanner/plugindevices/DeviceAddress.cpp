@@ -13,9 +13,10 @@ QVersionNumber versionFrom(const QVariantMap &parameters)
 {
     const QVariant value = parameters.value(QStringLiteral("version"));
     const QString text = value.type() == QVariant::String ? value.toString() : QString();
-    int end = 0;
-    QVersionNumber version = QVersionNumber::fromString(text, &end);
-    if (version.isNull() || end != text.size())
+    // Not by the index where fromString ended: compilers that believe Qt's "pure" never see it
+    // change.
+    QVersionNumber version = QVersionNumber::fromString(text);
+    if (version.isNull() || version.toString() != text)
         raise(
             InvalidParameter,
             QStringLiteral("\"version\" must be a text such as \"1.0\", not %1").arg(shown(value)));

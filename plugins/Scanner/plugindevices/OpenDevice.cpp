@@ -46,12 +46,12 @@ QStringList OpenDevice::capabilities() const
     return names;
 }
 
-void OpenDevice::require(DeviceType type) const
+void OpenDevice::require(DeviceType capability) const
 {
-    for (const Capability &capability : capabilityTable) {
-        if (capability.type == type && !has(type))
+    for (const Capability &each : capabilityTable) {
+        if (each.type == capability && !has(capability))
             raise(FunctionNotExist,
-                  QStringLiteral("The device \"%1\" has no %2").arg(ownName, capability.name));
+                  QStringLiteral("The device \"%1\" has no %2").arg(ownName, each.name));
     }
 }
 
