@@ -7,6 +7,7 @@
 
 #include <array>
 #include <atomic>
+#include <future>
 #include <random>
 #include <thread>
 
@@ -17,21 +18,31 @@ namespace {
 
 constexpr int threadCount = 8;
 constexpr int roundCount = 1000;
+constexpr int lineCount = 4; ///< version lines of one plug-in, loaded one after the other
 
-/// Makes devices of its own and counts them.
+/// Makes devices of its own and counts them. It lets others run at each call: the core must not
+/// count on a plug-in that is quick.
 class CountingScript : public DeviceScript
 {
 public:
+    bool isFactory() override
+    {
+        std::this_thread::yield();
+        return true;
+    }
+
     int enumDevices() override { return 3; }
 
     BaseDeviceSpace::DeviceInterface *createDevice() override
     {
+        std::this_thread::yield();
         ++created;
         return new PlainDevice;
     }
 
     ErrorCode destroyDevice(BaseDeviceSpace::DeviceInterface *&device) override
     {
+        std::this_thread::yield();
         ++destroyed;
         delete static_cast<PlainDevice *>(device);
         return Success;
@@ -61,6 +72,7 @@ public:
     void run()
     {
         for (int round = 0; round < roundCount; ++round) {
+            version = QVersionNumber(1, round * lineCount / roundCount);
             expect(manager.loadDevicePlugin(own, version) == Success);
             (this->*steps.at(random() % steps.size()))();
         }
@@ -92,7 +104,7 @@ private:
 
     void createOfVirtualScanner()
     {
-        const auto created = manager.createDevice(virtualScanner, version);
+        const auto created = manager.createDevice(virtualScanner, scannerVersion);
         QMap<QString, QVariant> info;
         expect(created.first == Success);
         expect(manager.getProperty(created.second, QStringLiteral("info"), info) == Success);
@@ -118,7 +130,7 @@ private:
     void enumerate()
     {
         expect(manager.enumDevice(own, version) == qMakePair(Success, 3));
-        expect(manager.enumDevice(virtualScanner, version) == qMakePair(Success, 4));
+        expect(manager.enumDevice(virtualScanner, scannerVersion) == qMakePair(Success, 4));
     }
 
     void missHandles()
@@ -131,10 +143,11 @@ private:
         &Worker::createUseDelete,     &Worker::createAndLeave, &Worker::createOfVirtualScanner,
         &Worker::useTheSharedScanner, &Worker::enumerate,      &Worker::missHandles};
 
-    const QVersionNumber version{1, 0};
     const QString virtualScanner = QStringLiteral("VirtualScanner");
+    const QVersionNumber scannerVersion{1, 0};
     DeviceManager &manager;
     const QString own;
+    QVersionNumber version; ///< of the plug-in that is its own
     const DeviceHandle shared;
     std::minstd_rand random;
 };
@@ -145,8 +158,10 @@ protected:
     DeviceThreads()
     {
         DeviceScript::use(&script);
-        for (int i = 0; i < threadCount; ++i)
-            copyFixture(QStringLiteral("Scripted"), pluginOf(i) + QStringLiteral(".1.0.1.dll"));
+        for (int i = 0; i < threadCount * lineCount; ++i) {
+            const QString line = QStringLiteral(".1.%1.1.dll").arg(i % lineCount);
+            copyFixture(QStringLiteral("Scripted"), pluginOf(i / lineCount) + line);
+        }
         const QString fileName = QStringLiteral("VirtualScanner.1.0.1.dll");
         folder.copyModule(QCoreApplication::applicationDirPath() +
                               QStringLiteral("/../../bin/Device/") + fileName,
@@ -173,9 +188,16 @@ TEST_F(DeviceThreads, CreateUseDeleteLoadAndEnumerateAtOnceWithBalancedCounts)
     std::vector<Worker> workers;
     for (int i = 0; i < threadCount; ++i)
         workers.emplace_back(*manager, i, shared);
+    std::promise<void> allAreThere;
+    const std::shared_future<void> start(allAreThere.get_future());
     std::vector<std::thread> threads;
-    for (Worker &worker : workers)
-        threads.emplace_back(&Worker::run, &worker);
+    for (Worker &worker : workers) {
+        threads.emplace_back([&worker, start] {
+            start.wait();
+            worker.run();
+        });
+    }
+    allAreThere.set_value();
     for (std::thread &thread : threads)
         thread.join();
 
