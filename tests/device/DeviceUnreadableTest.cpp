@@ -1,5 +1,6 @@
-// A plug-in file that the process may not read. Root reads everything, so the load runs in a child
-// process that has become an unprivileged user; on Windows the file is held open, unshared.
+// A plug-in file, and a folder of them, that the process may not read. Root reads everything, so
+// the load runs in a child process that has become an unprivileged user; on Windows the file is
+// held open, unshared.
 
 #include "device/support/DeviceTest.h"
 
@@ -113,6 +114,22 @@ TEST_F(UnreadableDeviceFile, LoadsForTheSameUserOnceItIsReadable)
         std::_Exit(0);
     };
     EXPECT_EXIT(loadUnprivileged(), ::testing::ExitedWithCode(0), "code 0\n");
+}
+
+// Unlike a file, a folder is not named as unreadable: it exists, and nothing is found in it.
+TEST_F(UnreadableDeviceFile, InAFolderThatMayNotBeListedIsNotThere)
+{
+    const QFile::Permissions closed = QFile::WriteOwner | QFile::ExeOwner | QFile::ExeOther;
+    ASSERT_TRUE(QFile::setPermissions(folder.path(), closed));
+    const auto loadUnprivileged = [this] {
+        std::cerr << (becomeUnprivileged() ? report() : "cannot") << std::endl;
+        std::_Exit(0);
+    };
+    const std::string expected = std::to_string(PluginFileNotExist) + "\\|" +
+                                 folder.path().toStdString() + " is no exist dll\n";
+    EXPECT_EXIT(loadUnprivileged(), ::testing::ExitedWithCode(0), expected);
+    // To be deleted, it must be listed.
+    EXPECT_TRUE(QFile::setPermissions(folder.path(), closed | QFile::ReadOwner));
 }
 
 #endif
