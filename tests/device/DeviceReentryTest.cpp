@@ -10,8 +10,9 @@ using KvSyncCore::DeviceManager;
 
 namespace {
 
-const QString helperName = QStringLiteral("Helper");
-const QString subjectName = QStringLiteral("Subject");
+// In the order in which they are unloaded: the helper serves until the subject is gone.
+const QString subjectName = QStringLiteral("Alpha");
+const QString helperName = QStringLiteral("Beta");
 
 /// Uses the manager from another thread, in a way that reads and writes both tables.
 class Visitor
@@ -65,11 +66,12 @@ public:
     }
 
     void rootMade() override { visitor.visit("constructor"); }
+    void rootGone() override { visitor.visit("destructor"); }
 
-    bool isFactory() override
+    IFactory *factory(IFactory *root) override
     {
         visitor.visit("qt_metacast");
-        return true;
+        return root;
     }
 
     int enumDevices() override
@@ -189,7 +191,7 @@ TEST_F(DeviceReentry, IsPossibleWhileTheManagerEnds)
 {
     loadAndCreate();
     endManager();
-    EXPECT_EQ(visitor.places, (Places{"qt_metacast", "destroyDevice"}));
+    EXPECT_EQ(visitor.places, (Places{"qt_metacast", "destroyDevice", "destructor"}));
 }
 
 TEST_F(DeviceReentry, IsPossibleInEveryOperationOfADevice)

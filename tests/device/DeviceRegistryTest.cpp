@@ -1,7 +1,8 @@
 // Counting, creating and deleting devices, and what a handle is good for.
 
+#include "device/support/DeviceRegistry.h"
 #include "KvSyncCore/DeviceController.h"
-#include "device/support/DeviceTest.h"
+#include "support/CriticalLinesOff.h"
 
 #include <limits>
 #include <stdexcept>
@@ -10,56 +11,6 @@ using namespace KvSyncTest;
 using KvSyncCore::DeviceController;
 using KvSyncCore::DeviceManager;
 
-namespace {
-
-const QString scripted = QStringLiteral("Scripted");
-const std::vector<LogLine> nothing;
-
-class DeviceRegistry : public DeviceTest
-{
-protected:
-    DeviceRegistry()
-        : device([](const Call &) { return Success; })
-    {
-    }
-
-    void expectLines(const std::vector<LogLine> &expected, const std::string &operation)
-    {
-        EXPECT_EQ(log.lines(), expected);
-        for (const LogLine &line : log.lines(Channel::QtCritical)) {
-            expectWrittenBy(line, "KvSyncCore::DeviceManager::" + operation + "(",
-                            "DevicePlugins.cpp");
-        }
-        log.clear();
-    }
-
-    void expectNotLoaded(const QString &name, const QVersionNumber &wanted)
-    {
-        const QString text =
-            QStringLiteral("The ") + name + wanted.toString() + QStringLiteral(" is not exist");
-        EXPECT_EQ(manager->enumDevice(name, wanted), qMakePair(PluginNotLoaded, 0));
-        expectLines({glogInfoLine(text), criticalLine(text)}, "enumDevice");
-        EXPECT_EQ(manager->createDevice(name, wanted), qMakePair(PluginNotLoaded, qint64(0)));
-        expectLines({criticalLine(text)}, "createDevice");
-    }
-
-    void expectDeleteRefused(DeviceHandle handle, const char *text = "handle is invalid")
-    {
-        log.clear();
-        EXPECT_EQ(manager->deleteDevice(handle), HandleInvalid);
-        expectLines({criticalLine(QString::fromLatin1(text))}, "deleteDevice");
-    }
-
-    BareDevice device;
-};
-
-DeviceHandle addressOf(const BaseDeviceSpace::DeviceInterface &device)
-{
-    return static_cast<DeviceHandle>(reinterpret_cast<quintptr>(&device));
-}
-
-} // namespace
-
 // Counting and creating
 
 TEST_F(DeviceRegistry, CountsWhatTheFactoryReports)
@@ -67,6 +18,21 @@ TEST_F(DeviceRegistry, CountsWhatTheFactoryReports)
     loadFixture(scripted);
     EXPECT_EQ(manager->enumDevice(scripted, version), qMakePair(Success, 5));
     EXPECT_EQ(log.lines(), nothing);
+}
+
+TEST_F(DeviceRegistry, HandsOutACountThatIsNone)
+{
+    class Overdrawn : public LendingScript
+    {
+    public:
+        int enumDevices() override { return -3; }
+    };
+
+    Overdrawn script;
+    DeviceScript::use(&script);
+    loadFixture(scripted);
+    EXPECT_EQ(manager->enumDevice(scripted, version), qMakePair(Success, -3));
+    endManager();
 }
 
 TEST_F(DeviceRegistry, AHandleIsTheDevicesAddress)
@@ -124,23 +90,6 @@ TEST_F(DeviceRegistry, TheMicroSegmentDoesNotMatter)
     EXPECT_EQ(manager->enumDevice(scripted, QVersionNumber(1)).first, Success);
 }
 
-// Root objects that are no factory
-
-TEST_F(DeviceRegistry, AnOlderInterfaceIdentifierLoadsAndCountsAsNotLoaded)
-{
-    loadFixture(QStringLiteral("OlderFactory"));
-    expectNotLoaded(QStringLiteral("OlderFactory"), version);
-}
-
-TEST_F(DeviceRegistry, ACommandPluginLoadsAndCountsAsNotLoaded)
-{
-    folder.copyModule(commandFixture(QStringLiteral("Recorder")),
-                      QStringLiteral("Recorder.1.0.1.dll"));
-    EXPECT_EQ(manager->loadDevicePlugin(QStringLiteral("Recorder"), version), Success);
-    log.clear();
-    expectNotLoaded(QStringLiteral("Recorder"), version);
-}
-
 // Name and kinds
 
 TEST_F(DeviceRegistry, NameAndKindsAreThePluginsAndSilent)
@@ -166,6 +115,25 @@ TEST_F(DeviceRegistry, NameAndKindsOfUnknownHandlesAreEmpty)
         EXPECT_EQ(static_cast<int>(types.second), 0);
         expectLines(lines, "types");
     }
+}
+
+TEST_F(DeviceRegistry, NameAndKindsOfAnotherManagersDeviceAreEmpty)
+{
+    const DeviceHandle handle = lend(device);
+    DeviceManager other;
+    EXPECT_EQ(other.name(handle), qMakePair(HandleInvalid, QString()));
+    EXPECT_EQ(other.types(handle).first, HandleInvalid);
+}
+
+TEST_F(DeviceRegistry, WhatNameAndKindsThrowPassesThrough)
+{
+    BareDevice faulty(
+        [](const Call &call) -> ErrorCode { throw std::runtime_error(call.operation); });
+    const DeviceHandle handle = lend(faulty);
+    EXPECT_EQ(thrownBy([&] { manager->name(handle); }), "name");
+    EXPECT_EQ(thrownBy([&] { manager->types(handle); }), "types");
+    EXPECT_EQ(log.lines(), nothing);
+    endManager();
 }
 
 // Deleting
@@ -219,110 +187,23 @@ TEST_F(DeviceRegistry, ADeviceGivenTwiceIsOneHandle)
     expectDeleteRefused(handle);
 }
 
-// Faulty factories
+// Lines that the host has switched off
 
-TEST_F(DeviceRegistry, ANullDeviceIsCreatedSuccessfullyAsHandleZero)
+TEST_F(DeviceRegistry, WithCriticalLinesOffRefusalsKeepTheirCodesAndTheOtherLog)
 {
-    loadFixture(QStringLiteral("NullDevice"));
-    EXPECT_EQ(manager->createDevice(QStringLiteral("NullDevice"), version),
-              qMakePair(Success, qint64(0)));
-    EXPECT_EQ(log.lines(), nothing);
-    // The entry under 0 is harmless: its lookup gives null.
-    EXPECT_EQ(manager->name(0).first, HandleInvalid);
-    expectDeleteRefused(0);
-}
-
-TEST_F(DeviceRegistry, APluginThatClearsThePointerLeavesTheHandleRegistered)
-{
-    loadFixture(QStringLiteral("ClearsPointer"));
-    const DeviceHandle handle = createFixtureDevice(QStringLiteral("ClearsPointer"));
-    EXPECT_EQ(manager->deleteDevice(handle), Success);
-    EXPECT_EQ(manager->name(handle).first, Success);
-    EXPECT_EQ(manager->deleteDevice(handle), Success);
-    EXPECT_EQ(log.lines(), nothing);
-}
-
-TEST_F(DeviceRegistry, ARefusalToDestroyIsHandedOutAndKeepsTheHandle)
-{
-    loadFixture(QStringLiteral("RefusesDestroy"));
-    const DeviceHandle handle = createFixtureDevice(QStringLiteral("RefusesDestroy"));
-    EXPECT_EQ(manager->deleteDevice(handle), static_cast<ErrorCode>(0x01F10001));
-    EXPECT_EQ(manager->name(handle).first, Success);
-    EXPECT_EQ(log.lines(), nothing);
-}
-
-TEST_F(DeviceRegistry, WhatAFactoryThrowsPassesThrough)
-{
-    const QString name = QStringLiteral("FactoryThrows");
-    loadFixture(name);
-    const auto textOf = [](const auto &call) -> std::string {
-        try {
-            call();
-        } catch (const std::runtime_error &exception) {
-            return exception.what();
-        }
-        return "nothing thrown";
-    };
-    EXPECT_EQ(textOf([&] { manager->enumDevice(name, version); }), "cannot count");
-    EXPECT_EQ(textOf([&] { manager->createDevice(name, version); }), "cannot create");
-    EXPECT_EQ(log.lines(), nothing);
-}
-
-namespace {
-
-class ThrowsOnceScript : public LendingScript
-{
-public:
-    ErrorCode destroyDevice(BaseDeviceSpace::DeviceInterface *&) override
-    {
-        if (!std::exchange(thrown, true))
-            throw std::runtime_error("lid open");
-        return Success;
-    }
-
-private:
-    bool thrown = false;
-};
-
-} // namespace
-
-TEST_F(DeviceRegistry, ADestroyThatThrowsPassesThroughAndKeepsTheHandle)
-{
-    ThrowsOnceScript script;
-    script.next = &device;
-    DeviceScript::use(&script);
-    loadFixture(scripted);
-    const DeviceHandle handle = createFixtureDevice(scripted);
-    EXPECT_THROW(manager->deleteDevice(handle), std::runtime_error);
-    EXPECT_EQ(manager->name(handle).first, Success);
-    EXPECT_EQ(manager->deleteDevice(handle), Success);
-    endManager();
-}
-
-namespace {
-
-class FickleScript : public LendingScript
-{
-public:
-    bool isFactory() override { return answers; }
-
-    bool answers = true;
-};
-
-} // namespace
-
-TEST_F(DeviceRegistry, ADeviceWhosePluginIsNoFactoryAnyMoreIsNotDeleted)
-{
-    FickleScript script;
-    script.next = &device;
-    DeviceScript::use(&script);
-    loadFixture(scripted);
-    const DeviceHandle handle = createFixtureDevice(scripted);
-    script.answers = false;
-    expectDeleteRefused(handle, "The handle is invalid");
-    expectNotLoaded(scripted, version);
-    EXPECT_EQ(manager->name(handle).first, Success);
-    endManager();
+    const CriticalLinesOff off;
+    const LogLine nullGiven = glogErrorLine(QStringLiteral("plugin name or version is null"));
+    EXPECT_EQ(manager->enumDevice(QString(), version).first, PluginNameOrVersionNull);
+    EXPECT_EQ(manager->createDevice(QString(), version).first, PluginNameOrVersionNull);
+    EXPECT_EQ(manager->enumDevice(scripted, version).first, PluginNotLoaded);
+    EXPECT_EQ(manager->createDevice(scripted, version).first, PluginNotLoaded);
+    EXPECT_EQ(manager->deleteDevice(1), HandleInvalid);
+    EXPECT_EQ(manager->name(1).first, HandleInvalid);
+    EXPECT_EQ(manager->types(1).first, HandleInvalid);
+    EXPECT_EQ(manager->startStream(1, 0), HandleInvalid);
+    EXPECT_EQ(log.lines(),
+              (std::vector{nullGiven, nullGiven,
+                           glogInfoLine(QStringLiteral("The Scripted1.0 is not exist"))}));
 }
 
 // Controllers

@@ -35,6 +35,11 @@ public:
         return answer;
     }
 
+    static DeviceHandle handleAt(std::size_t index)
+    {
+        return static_cast<DeviceHandle>(reinterpret_cast<quintptr>(&devices.at(index)));
+    }
+
     static std::array<PlainDevice, 6> devices;
 
     bool clearsPointer = false;
@@ -90,8 +95,7 @@ TEST_F(DeviceTeardown, LeavesOutWhatWasDeletedBefore)
     load(alphaName, alpha);
     create(alphaName, alpha, 1);
     create(alphaName, alpha, 3);
-    const auto handle = reinterpret_cast<quintptr>(&JournalScript::devices[1]);
-    ASSERT_EQ(manager->deleteDevice(static_cast<DeviceHandle>(handle)), Success);
+    ASSERT_EQ(manager->deleteDevice(JournalScript::handleAt(1)), Success);
     journal.clear();
     endManager();
     EXPECT_EQ(journal, (Journal{"destroy 3 by Alpha", "unload Alpha"}));
@@ -116,8 +120,7 @@ TEST_F(DeviceTeardown, DestroysOnceMoreWhatAClearedPointerLeftRegistered)
     load(alphaName, alpha);
     alpha.clearsPointer = true;
     create(alphaName, alpha, 0);
-    const auto handle = reinterpret_cast<quintptr>(&JournalScript::devices[0]);
-    ASSERT_EQ(manager->deleteDevice(static_cast<DeviceHandle>(handle)), Success);
+    ASSERT_EQ(manager->deleteDevice(JournalScript::handleAt(0)), Success);
     endManager();
     EXPECT_EQ(journal, (Journal{"destroy 0 by Alpha", "destroy 0 by Alpha", "unload Alpha"}));
 }
@@ -164,6 +167,73 @@ TEST_F(DeviceTeardown, APluginMayAskTheManagerWhileItsDeviceIsDestroyed)
     create(alphaName, script, 0);
     endManager();
     EXPECT_EQ(script.asked, qMakePair(Success, QStringLiteral("plain")));
+}
+
+TEST_F(DeviceTeardown, ADeviceThatAnotherTookAlongIsNotDestroyedTwice)
+{
+    class FamilyScript : public JournalScript
+    {
+    public:
+        using JournalScript::JournalScript;
+
+        ErrorCode destroyDevice(BaseDeviceSpace::DeviceInterface *&device) override
+        {
+            const ErrorCode code = JournalScript::destroyDevice(device);
+            if (device == &devices[0]) {
+                EXPECT_EQ(manager->deleteDevice(handleAt(1)), Success);
+            }
+            return code;
+        }
+
+        KvSyncCore::DeviceManager *manager = nullptr;
+    };
+
+    FamilyScript script("Alpha", journal);
+    script.manager = manager.get();
+    load(alphaName, script);
+    create(alphaName, script, 0);
+    create(alphaName, script, 1);
+    log.clear();
+    endManager();
+    EXPECT_EQ(journal, (Journal{"destroy 0 by Alpha", "destroy 1 by Alpha", "unload Alpha"}));
+    EXPECT_EQ(log.lines(), std::vector{criticalLine(QStringLiteral("handle is invalid"))});
+}
+
+TEST_F(DeviceTeardown, ADeviceMadeMeanwhileIsLeftToItsPlugin)
+{
+    class MakingScript : public JournalScript
+    {
+    public:
+        using JournalScript::JournalScript;
+
+        ErrorCode destroyDevice(BaseDeviceSpace::DeviceInterface *&device) override
+        {
+            next = &devices[5];
+            made = manager->createDevice(QStringLiteral("Alpha"), QVersionNumber(1, 0)).first;
+            return JournalScript::destroyDevice(device);
+        }
+
+        KvSyncCore::DeviceManager *manager = nullptr;
+        ErrorCode made = HandleInvalid;
+    };
+
+    MakingScript script("Alpha", journal);
+    script.manager = manager.get();
+    load(alphaName, script);
+    create(alphaName, script, 0);
+    endManager();
+    EXPECT_EQ(script.made, Success);
+    EXPECT_EQ(journal, (Journal{"destroy 0 by Alpha", "unload Alpha"}));
+}
+
+TEST_F(DeviceTeardown, AFileOfTwoPluginsIsUnloadedWithTheLast)
+{
+    // One file under two keys: a name in another case finds the same one.
+    load(alphaName, alpha);
+    ASSERT_EQ(manager->loadDevicePlugin(QStringLiteral("ALPHA"), version), Success);
+    load(betaName, beta);
+    endManager();
+    EXPECT_EQ(journal, (Journal{"unload Alpha", "unload Beta"}));
 }
 
 TEST_F(DeviceTeardown, TheEndOfTheSyncCoreEndsItsDevicesThenItsPlugins)

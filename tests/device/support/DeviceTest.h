@@ -9,7 +9,9 @@
 
 #include <gtest/gtest.h>
 
+#include <exception>
 #include <memory>
+#include <string>
 
 namespace KvSyncTest {
 
@@ -23,6 +25,18 @@ public:
 
     BaseDeviceSpace::DeviceInterface *next = nullptr;
 };
+
+/// The text of the std::exception that `callable` throws.
+template <typename Callable>
+std::string thrownBy(Callable callable)
+{
+    try {
+        callable();
+    } catch (const std::exception &exception) {
+        return exception.what();
+    }
+    return "nothing thrown";
+}
 
 /// A device manager over an application folder of its own.
 class DeviceTest : public ::testing::Test
