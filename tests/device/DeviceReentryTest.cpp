@@ -156,7 +156,8 @@ TEST_F(DeviceReentry, ALoadWithinALoadOfTheSamePluginIsReplacedAndBothSucceed)
         ErrorCode inner = HandleInvalid;
     };
 
-    Nested nested;
+    // Not deleted: the loader that is replaced keeps the module, and the root object with it.
+    static Nested &nested = *new Nested;
     nested.manager = manager.get();
     DeviceScript::use(&nested);
     EXPECT_EQ(manager->loadDevicePlugin(subjectName, version), Success);

@@ -171,6 +171,18 @@ TEST_F(DeviceRegistry, AHandleOfAnotherManagerIsNotDeleted)
     EXPECT_EQ(manager->name(handle).first, Success);
 }
 
+TEST_F(DeviceRegistry, TheEndOfOneManagerLeavesThePluginOfAnother)
+{
+    // The first to load the file is the first to go.
+    copyFixture(scripted, QStringLiteral("Scripted.1.0.1.dll"));
+    auto other = std::make_unique<DeviceManager>();
+    other->setPluginDirPath(folder.name());
+    EXPECT_EQ(other->loadDevicePlugin(scripted, version), Success);
+    EXPECT_EQ(manager->loadDevicePlugin(scripted, version), Success);
+    other.reset();
+    EXPECT_EQ(manager->enumDevice(scripted, version), qMakePair(Success, 5));
+}
+
 TEST_F(DeviceRegistry, AnAddressThatIsUsedAgainIsAHandleAgain)
 {
     const DeviceHandle first = lend(device);

@@ -75,6 +75,9 @@ ErrorCode DeviceManager::loadDevicePlugin(const QString &pluginName, const QVers
         KVSYNC_GLOG_INFO << "new QPluginLoader object failed";
         return DeviceOperationFailed;
     }
+    // A loader that finds the module loaded already does not count as its user unless it is told to
+    // load: the end of another manager would unload what this one serves.
+    loader->load();
     QObject *const instance = loader->instance();
     if (!instance) {
         const QString text = loader->errorString();
