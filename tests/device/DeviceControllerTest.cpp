@@ -3,6 +3,7 @@
 
 #include "KvSyncCore/DeviceController.h"
 #include "device/support/FakeDeviceManager.h"
+#include "support/LogCapture.h"
 
 #include <gtest/gtest.h>
 
@@ -29,12 +30,13 @@ struct Forwarding
     std::vector<Call> arrived;
     bool cameFromTheRightManager;
     bool resultIsTheManagers;
+    std::vector<LogLine> lines;
 };
 
 struct Operation
 {
     const char *name;
-    std::function<Forwarding()> forward;
+    std::function<Forwarding(Sample)> forward;
 };
 
 void PrintTo(const Operation &operation, std::ostream *stream)
@@ -45,13 +47,15 @@ void PrintTo(const Operation &operation, std::ostream *stream)
 constexpr DeviceHandle someHandle = Q_INT64_C(0x7654321012345678);
 
 template <typename Result, typename... Parameters>
-Forwarding forwardingOf(const char *name, Result (DeviceController::*operation)(Parameters...))
+Forwarding forwardingOf(const char *name, Result (DeviceController::*operation)(Parameters...),
+                        Sample sample)
 {
+    const LogCapture log;
     DeviceManager manager;
     DeviceController controller(&manager);
     takeManagerCalls();
-    const Outcome<Result> outcome = invoke(controller, name, operation, someHandle);
-    Forwarding forwarding{outcome.call, {}, true, outcome.result == answer<Result>()};
+    const Outcome<Result> outcome = invoke(controller, name, operation, someHandle, sample);
+    Forwarding forwarding{outcome.call, {}, true, outcome.result == answer<Result>(), log.lines()};
     for (const auto &[receiver, call] : takeManagerCalls()) {
         forwarding.arrived.push_back(call);
         forwarding.cameFromTheRightManager &= receiver == &manager;
@@ -64,7 +68,7 @@ template <auto operation, typename Result, typename... Parameters>
 Operation exactly(const char *name)
 {
     static_assert(std::is_same_v<decltype(operation), Result (DeviceController::*)(Parameters...)>);
-    return {name, [name] { return forwardingOf(name, operation); }};
+    return {name, [name](Sample sample) { return forwardingOf(name, operation, sample); }};
 }
 
 #define OPERATION(name, ...) exactly<&DeviceController::name, __VA_ARGS__>(#name)
@@ -182,10 +186,21 @@ INSTANTIATE_TEST_SUITE_P(All, DeviceControllerOperation, ::testing::ValuesIn(ope
 
 TEST_P(DeviceControllerOperation, ReachesTheManagerWithArgumentsAndResultUnchanged)
 {
-    const Forwarding forwarding = GetParam().forward();
+    const Forwarding forwarding = GetParam().forward(Sample::Plain);
     EXPECT_EQ(forwarding.arrived, std::vector{expectedCall(forwarding.made)});
     EXPECT_TRUE(forwarding.cameFromTheRightManager);
     EXPECT_TRUE(forwarding.resultIsTheManagers);
+}
+
+TEST_P(DeviceControllerOperation, PassesTheExtremesOfEveryArgument)
+{
+    const Forwarding forwarding = GetParam().forward(Sample::Extreme);
+    EXPECT_EQ(forwarding.arrived, std::vector{expectedCall(forwarding.made)});
+}
+
+TEST_P(DeviceControllerOperation, LogsNothingItself)
+{
+    EXPECT_EQ(GetParam().forward(Sample::Plain).lines, std::vector<LogLine>());
 }
 
 TEST(DeviceControllerOperations, AreSeventySix)

@@ -1,6 +1,7 @@
 // The thirty-three handle-checked operations, each against every condition.
 
 #include "device/support/DeviceTest.h"
+#include "support/CriticalLinesOff.h"
 
 #include <set>
 #include <stdexcept>
@@ -16,7 +17,7 @@ struct Operation
 {
     const char *name;
     Reached reached;
-    std::function<Outcome<ErrorCode>(DeviceManager &, DeviceHandle)> invoke;
+    std::function<Outcome<ErrorCode>(DeviceManager &, DeviceHandle, Sample)> invoke;
 };
 
 void PrintTo(const Operation &operation, std::ostream *stream)
@@ -24,13 +25,15 @@ void PrintTo(const Operation &operation, std::ostream *stream)
     *stream << operation.name;
 }
 
-#define OPERATION(reached, name)                                                                   \
-    Operation                                                                                      \
-    {                                                                                              \
-#name, Reached::reached, [](DeviceManager &manager, DeviceHandle handle) {                 \
-            return KvSyncTest::invoke(manager, #name, &DeviceManager::name, handle);               \
-        }       \
-    }
+template <auto member>
+Operation operationOf(const char *name, Reached reached)
+{
+    return {name, reached, [name](DeviceManager &manager, DeviceHandle handle, Sample sample) {
+                return invoke(manager, name, member, handle, sample);
+            }};
+}
+
+#define OPERATION(reached, name) operationOf<&DeviceManager::name>(#name, Reached::reached)
 
 const std::vector<Operation> operations = {
     OPERATION(Device, connectDeviceByIndex),
@@ -88,7 +91,10 @@ constexpr ErrorCode ownCode = static_cast<ErrorCode>(0x5A5A0042);
 class HandleCheckedOperation : public DeviceTest, public ::testing::WithParamInterface<Operation>
 {
 protected:
-    Outcome<ErrorCode> callOn(DeviceHandle handle) { return GetParam().invoke(*manager, handle); }
+    Outcome<ErrorCode> callOn(DeviceHandle handle, Sample sample = Sample::Plain)
+    {
+        return GetParam().invoke(*manager, handle, sample);
+    }
 
     Listener answering(ErrorCode code)
     {
@@ -172,6 +178,13 @@ TEST_P(HandleCheckedOperation, PassesEveryArgumentUnchangedAndLogsNothing)
     EXPECT_EQ(log.lines(), std::vector<LogLine>());
 }
 
+TEST_P(HandleCheckedOperation, PassesTheExtremesOfEveryArgument)
+{
+    CompleteDevice device(answering(Success));
+    const Outcome<ErrorCode> outcome = callOn(lend(device), Sample::Extreme);
+    EXPECT_EQ(calls, std::vector{withoutHandle(outcome.call)});
+}
+
 TEST_P(HandleCheckedOperation, HandsOutThePluginsOwnCode)
 {
     CompleteDevice device(answering(ownCode));
@@ -218,9 +231,16 @@ TEST_P(HandleCheckedOperation, RefusesAHandleOfAnotherManager)
     const DeviceHandle handle = lend(device);
     DeviceManager other;
     log.clear();
-    EXPECT_EQ(GetParam().invoke(other, handle).result, HandleInvalid);
+    EXPECT_EQ(GetParam().invoke(other, handle, Sample::Plain).result, HandleInvalid);
     EXPECT_TRUE(calls.empty());
     EXPECT_EQ(log.lines().size(), 1u);
+}
+
+TEST_P(HandleCheckedOperation, RefusesInSilenceWithCriticalLinesOff)
+{
+    const CriticalLinesOff off;
+    EXPECT_EQ(callOn(1).result, HandleInvalid);
+    EXPECT_EQ(log.lines(), std::vector<LogLine>());
 }
 
 TEST_P(HandleCheckedOperation, LetsAnExceptionOfThePluginPass)

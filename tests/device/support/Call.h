@@ -7,6 +7,7 @@
 #include <QtCore/QVersionNumber>
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -59,6 +60,9 @@ Call received(const char *operation, const Values &...values)
     return {operation, {described(values)...}};
 }
 
+/// Two values for every parameter, so that none can be a constant on its way, or lose bits.
+enum class Sample { Plain, Extreme };
+
 /// An argument for a parameter of one type. The handle is given; everything else gets a value that
 /// differs from its neighbours and from what a default would be.
 template <typename Parameter>
@@ -66,28 +70,40 @@ struct Argument
 {
     using Value = std::remove_const_t<std::remove_reference_t<Parameter>>;
 
-    Argument(int position, DeviceHandle handle)
-        : value(make(position, handle))
+    Argument(int position, DeviceHandle handle, Sample sample)
+        : value(make(position, handle, sample))
         , before(value)
     {
     }
 
-    static Value make([[maybe_unused]] int position, [[maybe_unused]] DeviceHandle handle)
+    static Value make([[maybe_unused]] int position, [[maybe_unused]] DeviceHandle handle,
+                      [[maybe_unused]] Sample sample)
     {
         if constexpr (std::is_same_v<Value, DeviceHandle>)
             return handle;
         else if constexpr (std::is_same_v<Value, bool>)
-            return true;
+            return sample == Sample::Plain;
         else if constexpr (std::is_same_v<Value, void *>)
             return reinterpret_cast<void *>(static_cast<quintptr>(0x1000 + position));
-        else if constexpr (std::is_arithmetic_v<Value> || std::is_enum_v<Value>)
-            return static_cast<Value>(40 + position);
+        else if constexpr (std::is_arithmetic_v<Value>)
+            return sample == Sample::Plain ? static_cast<Value>(40 + position) : extreme(position);
+        else if constexpr (std::is_enum_v<Value>)
+            return static_cast<Value>(sample == Sample::Plain ? 40 + position : -40 - position);
         else if constexpr (std::is_same_v<Value, QString>)
             return QStringLiteral("text %1").arg(position);
         else if constexpr (std::is_same_v<Value, QVersionNumber>)
             return QVersionNumber(2, position);
         else
             return Value();
+    }
+
+    /// The lowest of a signed type, the highest of another, neighbours apart.
+    static Value extreme(int position)
+    {
+        if constexpr (std::is_signed_v<Value>)
+            return static_cast<Value>(std::numeric_limits<Value>::lowest() + position);
+        else
+            return static_cast<Value>(std::numeric_limits<Value>::max() - position);
     }
 
     std::string text() const
@@ -123,10 +139,11 @@ struct Outcome
 template <typename Result, typename Target, typename... Parameters, std::size_t... positions>
 Outcome<Result> invokeAt(Target &target, const char *name,
                          Result (Target::*operation)(Parameters...),
-                         [[maybe_unused]] DeviceHandle handle, std::index_sequence<positions...>)
+                         [[maybe_unused]] DeviceHandle handle, [[maybe_unused]] Sample sample,
+                         std::index_sequence<positions...>)
 {
     std::tuple<Argument<Parameters>...> arguments{
-        Argument<Parameters>(static_cast<int>(positions), handle)...};
+        Argument<Parameters>(static_cast<int>(positions), handle, sample)...};
     Result result =
         (target.*operation)(static_cast<Parameters>(std::get<positions>(arguments).value)...);
     return {std::move(result),
@@ -137,9 +154,10 @@ Outcome<Result> invokeAt(Target &target, const char *name,
 /// Calls a member with arguments made for its parameters, and tells what was passed.
 template <typename Result, typename Target, typename... Parameters>
 Outcome<Result> invoke(Target &target, const char *name, Result (Target::*operation)(Parameters...),
-                       DeviceHandle handle)
+                       DeviceHandle handle, Sample sample = Sample::Plain)
 {
-    return invokeAt(target, name, operation, handle, std::index_sequence_for<Parameters...>());
+    return invokeAt(target, name, operation, handle, sample,
+                    std::index_sequence_for<Parameters...>());
 }
 
 } // namespace KvSyncTest
