@@ -46,6 +46,7 @@ TEST_F(DeviceFileChoice, ABuildBeyond32BitsCountsAsZero)
 {
     put(QStringLiteral("Camera.2.1.1.dll"));
     put(QStringLiteral("Camera.2.1.4294967296.dll"));
+    put(QStringLiteral("Camera.2.1.4294967396.dll")); // 100, if cut to 32 bits
     put(QStringLiteral("Camera.2.1.9223372036854775807.dll"));
     expectLoads(camera, camera217, QStringLiteral("Camera.2.1.1.dll"));
 }
