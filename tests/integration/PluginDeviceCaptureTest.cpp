@@ -1,5 +1,6 @@
 #include "PluginDeviceHost.h"
 
+#include <chrono>
 #include <future>
 
 using namespace KvSyncTest;
@@ -118,6 +119,38 @@ TEST_F(PluginDeviceCapture, CountsFramesThatWereLostBetweenTwo)
     EXPECT_EQ(column(images, "frame"), (QVariantList{0, 3, 4}));
     EXPECT_EQ(events("progress").back().payload,
               (QVariantList{QVariantMap{{"delivered", 3}, {"dropped", 2}, {"frames", 3}}}));
+}
+
+TEST_F(PluginDeviceCapture, CountsFramesThatWereLostBeforeTheFirst)
+{
+    const QVariant handle = openDevice(CameraAlone);
+    // Meanwhile the camera takes some twenty frames and keeps eight.
+    set(handle, "slow", QVariantMap{{"operation", "getProperty"}, {"ms", 400}});
+    const QVariantList images = capture(handle, {{"frames", 1}});
+    const int first = images.first().toMap().value("frame").toInt();
+    EXPECT_GT(first, 1);
+    EXPECT_EQ(events("progress").back().payload,
+              (QVariantList{QVariantMap{{"delivered", 1}, {"dropped", first}, {"frames", 1}}}));
+}
+
+TEST_F(PluginDeviceCapture, KeepsThePeriodThatIsAsked)
+{
+    const QVariant handle = openDevice(CameraAlone);
+    const auto begin = std::chrono::steady_clock::now();
+    capture(handle, {{"frames", 3}, {"periodMs", 200}});
+    EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(400));
+}
+
+TEST_F(PluginDeviceCapture, ResettingTheDeviceStopsItsStreams)
+{
+    const QVariant handle = openDevice(CameraAlone);
+    reaction = [&](const ReceivedEvent &event) {
+        if (event.name == "frameArrived" && events("frameArrived").size() == 1)
+            call("resetDevices", {handle});
+    };
+    // Frames that wait already are still to be had.
+    expectFails(noFrame, "Camera 0 gave no frame", "captureImage",
+                {handle, "scan", QVariantMap{{"frames", 60}}});
 }
 
 TEST_F(PluginDeviceCapture, RefusesWhatCannotBeUsed)

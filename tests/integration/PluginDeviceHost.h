@@ -16,6 +16,7 @@ protected:
     static constexpr auto vanished = static_cast<ErrorCode>(0x01F00004);
     static constexpr auto unknownProperty = static_cast<ErrorCode>(0x01F00006);
     static constexpr auto badValue = static_cast<ErrorCode>(0x01F00009);
+    static constexpr auto noFrame = static_cast<ErrorCode>(0x01F0000C);
 
     ~PluginDeviceHost() override;
 

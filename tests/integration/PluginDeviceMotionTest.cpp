@@ -1,6 +1,7 @@
 // Motor, projector and controller of a device of a device plug-in.
 #include "PluginDeviceHost.h"
 
+#include <chrono>
 #include <future>
 
 using namespace KvSyncTest;
@@ -35,6 +36,15 @@ TEST_F(PluginDeviceMotion, TurnsToAnAngle)
     turn(handle, "tilt", {{"degrees", 15}, {"degreesPerSecond", 720}}, false);
     EXPECT_EQ(positionOf(handle, "tilt"), 15.0);
     EXPECT_EQ(positionOf(handle, "turntable"), 0.0);
+}
+
+TEST_F(PluginDeviceMotion, TurnsAtTheSpeedThatIsAsked)
+{
+    const QVariant handle = openDevice(TurntableAlone);
+    const auto begin = std::chrono::steady_clock::now();
+    turn(handle, "turntable", {{"degrees", 20}, {"degreesPerSecond", 40}}, true);
+    // At its own speed the motor takes less than half of that.
+    EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(490));
 }
 
 TEST_F(PluginDeviceMotion, LeavesTheSpeedToTheMotor)
@@ -153,6 +163,17 @@ TEST_F(PluginDeviceLight, ResettingTheLightSwitchesEverythingOff)
     call("setFlagBitInterface", {handle, "projectorPwm", true});
     EXPECT_EQ(get(handle, "projectorPwm"), QVariant(true));
     call("resetInterface", {handle, "light"});
+    EXPECT_EQ(sequence(handle).value("on"), QVariant(false));
+    EXPECT_EQ(get(handle, "projectorLed"), QVariant(false));
+    EXPECT_EQ(get(handle, "projectorPwm"), QVariant(false));
+}
+
+TEST_F(PluginDeviceLight, ResettingTheDeviceDarkensTheProjector)
+{
+    const QVariant handle = openDevice(WholeScanner);
+    call("project", {handle, "continuous"});
+    call("setFlagBitInterface", {handle, "projectorPwm", true});
+    call("resetDevices", {handle});
     EXPECT_EQ(sequence(handle).value("on"), QVariant(false));
     EXPECT_EQ(get(handle, "projectorLed"), QVariant(false));
     EXPECT_EQ(get(handle, "projectorPwm"), QVariant(false));

@@ -209,7 +209,8 @@ class FaultyPluginDevice : public PluginDeviceHost
 protected:
     FaultyPluginDevice()
     {
-        for (const char *const name : {"NullDevice", "RefusesDestroy", "ForeignRoot"}) {
+        for (const char *const name :
+             {"BlindCamera", "NullDevice", "RefusesDestroy", "ForeignRoot"}) {
             const QString fixture = QString::fromLatin1(name);
             const QString module =
                 fixture == "ForeignRoot" ? commandFixture(fixture) : deviceFixture(fixture);
@@ -245,5 +246,19 @@ TEST_F(FaultyPluginDevice, ADeviceThatIsNotDestroyedStaysOpen)
     expectFails(static_cast<ErrorCode>(0x01F10001),
                 "The plug-in RefusesDestroy 1.0 refuses to destroy the device", "closeDevices",
                 {handle});
+    call("resetDevices", {handle});
     EXPECT_EQ(run(handle, "info").toMap().value("name"), QVariant("plain"));
+}
+
+TEST_F(FaultyPluginDevice, SaysThatACameraGivesNoWholeImage)
+{
+    const QVariant handle = call("openDevices", {plugin("BlindCamera")});
+    const QString text = "The camera gave no whole image";
+    for (const char *const missing : {"data", "width", "height", "bitDepth"}) {
+        set(handle, "missing", missing);
+        expectFails(CameraFailed, text, "captureImage",
+                    {handle, "scan", QVariantMap{{"frames", 1}}});
+    }
+    set(handle, "missing", "nothing");
+    EXPECT_EQ(capture(handle, {{"frames", 1}}).size(), 1);
 }

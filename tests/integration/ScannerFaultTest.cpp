@@ -56,7 +56,8 @@ TEST_F(ScannerFault, ALostConnectionEndsTheScanAtOnce)
     expectThrows(CameraFailed,
                  QStringLiteral("The connection to the scanner was lost during the scan"),
                  [&] { capture(frames(1000)); });
-    EXPECT_LE(lastProgress().value(QStringLiteral("delivered")).toInt(), 2);
+    // A machine under load may lose the first two as well.
+    EXPECT_LE(events(QStringLiteral("progress")).size(), 2u);
     expectBalanced();
 }
 
