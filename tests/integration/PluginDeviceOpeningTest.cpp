@@ -1,5 +1,7 @@
 #include "PluginDeviceHost.h"
 
+#include "fixtures/plugins/PlainDevice.h"
+#include "fixtures/plugins/Scripted/DeviceScript.h"
 #include "support/ApplicationFolder.h"
 
 #include <memory>
@@ -201,6 +203,88 @@ TEST_F(PluginDeviceOpening, DevicesOfAnEarlierCoreAreOpenNoLonger)
                 QStringLiteral("No open device has the handle %1").arg(handle.toLongLong()),
                 "closeDevices", {handle});
     EXPECT_EQ(get(openDevice(CameraAlone), "gain"), QVariant(0));
+}
+
+/// Makes devices in turn, each of which accepts its own index alone, and counts those that live.
+class TurningScript : public DeviceScript
+{
+public:
+    int enumDevices() override { return 3; }
+
+    BaseDeviceSpace::DeviceInterface *createDevice() override
+    {
+        ++living;
+        return new OwnIndex(next++ % 3);
+    }
+
+    ErrorCode destroyDevice(BaseDeviceSpace::DeviceInterface *&device) override
+    {
+        --living;
+        delete device;
+        return Success;
+    }
+
+    int living = 0;
+
+private:
+    class OwnIndex : public PlainDevice
+    {
+    public:
+        explicit OwnIndex(int ownIndex)
+            : index(ownIndex)
+        {
+        }
+
+        ErrorCode connectDeviceByIndex(int asked) override
+        {
+            return asked == index ? Success : DeviceOperationFailed;
+        }
+
+    private:
+        const int index;
+    };
+
+    int next = 0;
+};
+
+class ScriptedPluginDevice : public PluginDeviceHost
+{
+protected:
+    ScriptedPluginDevice()
+    {
+        DeviceScript::use(&script);
+        folder.copyModule(deviceFixture("Scripted"), "Scripted.1.0.1.dll");
+        host.init("../../bin/Logic", folder.name());
+        host.loadCommandPlugin("Scanner", QVersionNumber(1, 0));
+    }
+    ~ScriptedPluginDevice() override { DeviceScript::use(nullptr); }
+
+    QVariant callHost(const QString &function, const QVariantList &arguments)
+    {
+        return host.execute("Scanner", function, arguments, QVersionNumber(1, 0));
+    }
+
+    TurningScript script;
+    ApplicationFolder folder;
+    KvSyncCore::SyncCore host; // ends before what the plug-in's devices live in
+};
+
+TEST_F(ScriptedPluginDevice, OpeningDeletesTheDevicesThatItMadeInVain)
+{
+    const QVariantMap parameters{{"plugin", "Scripted"}, {"version", "1.0"}, {"index", 2}};
+    const QVariant handle = callHost("openDevices", {parameters});
+    EXPECT_EQ(script.living, 1);
+    callHost("closeDevices", {handle});
+    EXPECT_EQ(script.living, 0);
+}
+
+TEST_F(ScriptedPluginDevice, EnumeratingDeletesAllThatItMade)
+{
+    const QVariantMap parameters{{"plugin", "Scripted"}, {"version", "1.0"}};
+    const QVariant devices = callHost(
+        "execute", {QVariant::fromValue<qint64>(0), "listDevices", QVariantList{parameters}});
+    EXPECT_EQ(devices.toList().size(), 3);
+    EXPECT_EQ(script.living, 0);
 }
 
 /// Over device plug-ins that are wrong, each in one way.
