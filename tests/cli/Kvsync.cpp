@@ -40,6 +40,11 @@ QStringList patiently()
 Outcome runKvsync(const QStringList &arguments)
 {
     QProcess process;
+    return runKvsync(arguments, process);
+}
+
+Outcome runKvsync(const QStringList &arguments, QProcess &process)
+{
     process.start(programFolder() + QStringLiteral("/kvsync"), arguments);
     const bool ended = process.waitForFinished(longestRunMs);
     EXPECT_TRUE(ended) << process.errorString().toStdString();

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+class QProcess;
+
 namespace KvSyncTest {
 
 /// How a run of kvsync ended. Line ends are "\n" on every system.
@@ -25,6 +27,8 @@ QStringList patiently();
 
 /// Runs the built kvsync to its end; fails the test if it crashes or takes more than two minutes.
 Outcome runKvsync(const QStringList &arguments);
+/// The same in a process that the caller has prepared.
+Outcome runKvsync(const QStringList &arguments, QProcess &process);
 
 /// Expects exit status 1, an empty output, and exactly this line on standard error.
 void expectFailure(const QStringList &arguments, const QString &errorLine);

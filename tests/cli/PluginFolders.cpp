@@ -4,6 +4,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
+#include <QtCore/QProcess>
 
 namespace KvSyncTest {
 
@@ -36,10 +37,17 @@ QString PluginFolders::deviceFile(const QString &fileName) const
 
 Outcome PluginFolders::run(const QStringList &words) const
 {
+    QProcess process;
+    return run(words, process);
+}
+
+Outcome PluginFolders::run(const QStringList &words, QProcess &process) const
+{
     const QString below = QFileInfo(folder.path()).fileName();
     return runKvsync(
         words + QStringList{QStringLiteral("--logic-dir"), below + QStringLiteral("/Logic"),
-                            QStringLiteral("--device-dir"), below + QStringLiteral("/Device")});
+                            QStringLiteral("--device-dir"), below + QStringLiteral("/Device")},
+        process);
 }
 
 QJsonObject PluginFolders::listed(const QString &fileName) const

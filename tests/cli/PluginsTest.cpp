@@ -7,6 +7,10 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
 
+#if !defined(_WIN32)
+#include <sys/stat.h>
+#endif
+
 using namespace KvSyncTest;
 
 namespace {
@@ -46,6 +50,8 @@ TEST_F(KvsyncPlugins, ListsAPluginThatLoads)
     EXPECT_EQ(file.value(QStringLiteral("version")).toString().toStdString(), "1.2");
     EXPECT_EQ(file.value(QStringLiteral("build")).toInt(), 12);
     EXPECT_EQ(file.value(QStringLiteral("kind")).toString().toStdString(), "command");
+    EXPECT_EQ(file.value(QStringLiteral("iid")).toString().toStdString(),
+              "Veltrano.CommandInterface_v1.0.0.20200424");
 }
 
 TEST_F(KvsyncPlugins, ListsBothFoldersForPeople)
@@ -150,6 +156,9 @@ INSTANTIATE_TEST_SUITE_P(
                 "the name is read as Demo | 1 | 0 | dll, and Demo.1.0.*.dll does not find it"},
         NameRow{"LeadingZero", "Demo.01.0.1.dll",
                 "the name is read as Demo | 01 | 0 | 1, and Demo.1.0.*.dll does not find it"},
+        NameRow{"LetterThatIsNotAscii", "D\u00e9mo.1.0.1.dll",
+                "the name is read as D\u00e9mo | 1 | 0 | 1, and D\ufffdmo.1.0.*.dll does not find "
+                "it"},
         NameRow{"SharedObject", "libDemo.so",
                 "the name is read as libDemo | so, and libDemo.0.0.*.dll does not find it"}),
     [](const auto &row) { return std::string(row.param.name); });
@@ -164,6 +173,22 @@ TEST_F(KvsyncPlugins, FolderNamedLikeAPluginIsNone)
 }
 
 #if !defined(_WIN32)
+TEST_F(KvsyncPlugins, PipeIsNoPluginAndNobodyWaitsForItsWriter)
+{
+    ASSERT_EQ(mkfifo(QFile::encodeName(logic("Demo.1.0.1.dll")).constData(), 0600), 0);
+    EXPECT_EQ(codes(listed("Demo.1.0.1.dll")), "not-a-plugin");
+    EXPECT_EQ(firstText(listed("Demo.1.0.1.dll")), "it is no regular file");
+}
+
+TEST_F(KvsyncPlugins, HiddenFileIsNotFound)
+{
+    addRecorder(".1.0.1.dll");
+    EXPECT_EQ(codes(listed(".1.0.1.dll")), "name-pattern");
+    EXPECT_EQ(firstText(listed(".1.0.1.dll")),
+              "it is hidden, and .1.0.*.dll finds no hidden files");
+    EXPECT_FALSE(selected(".1.0.1.dll"));
+}
+
 TEST_F(KvsyncPlugins, LinkCountsAsItsTarget)
 {
     ASSERT_TRUE(QFile::link(recorder(), logic("Demo.1.0.1.dll")));
@@ -187,6 +212,14 @@ TEST_F(KvsyncPlugins, EmptyAndTextFilesAreNone)
     EXPECT_EQ(firstText(listed("Demo.1.0.1.dll")), "it is empty");
     EXPECT_EQ(firstText(listed("Text.1.0.1.dll")), "it is neither ELF nor PE");
     EXPECT_EQ(codes(listed("Text.1.0.1.dll")), "not-a-plugin");
+}
+
+TEST_F(KvsyncPlugins, DamagedLibraryIsNone)
+{
+    writeFile(logic("Demo.1.0.1.dll"), contentOf(recorder()).left(60));
+    EXPECT_EQ(codes(listed("Demo.1.0.1.dll")), "not-a-plugin");
+    EXPECT_EQ(firstText(listed("Demo.1.0.1.dll")),
+              "it is damaged, or no shared library: it is cut off, or points outside itself");
 }
 
 TEST_F(KvsyncPlugins, LibraryWithoutMetadataIsNone)
@@ -279,47 +312,4 @@ TEST_F(KvsyncPlugins, SurvivesModulesThatAreCutOffOrChanged)
     EXPECT_EQ(outcome.exitCode, 0) << outcome.errors.toStdString();
     const QJsonArray folder = outcome.json().value(QStringLiteral("folders")).toArray();
     EXPECT_EQ(folder.at(0).toObject().value(QStringLiteral("files")).toArray().size(), files);
-}
-
-TEST_F(KvsyncPlugins, WhyTellsPartsPatternWinnerAndLibraries)
-{
-    addRecorder("Demo.1.0.1.dll");
-    addRecorder("Demo.1.0.2.dll");
-    const QJsonObject file = folders.why(QStringLiteral("Demo.1.0.1.dll"));
-    EXPECT_EQ(file.value(QStringLiteral("pattern")).toString().toStdString(), "Demo.1.0.*.dll");
-    EXPECT_EQ(file.value(QStringLiteral("winner")).toString().toStdString(), "Demo.1.0.2.dll");
-    EXPECT_EQ(file.value(QStringLiteral("parts")).toArray().size(), 5);
-    EXPECT_EQ(file.value(QStringLiteral("metaData"))
-                  .toObject()
-                  .value(QStringLiteral("className"))
-                  .toString()
-                  .toStdString(),
-              "Recorder");
-    const QJsonArray libraries = file.value(QStringLiteral("libraries")).toArray();
-    ASSERT_FALSE(libraries.isEmpty());
-    for (const QJsonValue &each : libraries) {
-        const QString path = each.toObject().value(QStringLiteral("path")).toString();
-        EXPECT_TRUE(QFileInfo::exists(path)) << path.toStdString();
-    }
-}
-
-TEST_F(KvsyncPlugins, WhyTellsTheLoadThatFailedOnlyIfAsked)
-{
-    copyFile(commandFixture(QStringLiteral("NullRoot")), logic("Demo.1.0.1.dll"));
-    EXPECT_EQ(codes(folders.why(logic("Demo.1.0.1.dll"))), "");
-    EXPECT_EQ(codes(folders.why(logic("Demo.1.0.1.dll"), {QStringLiteral("--load")})),
-              "load-failed");
-}
-
-TEST_F(KvsyncPlugins, LoadedRootObjectHasTheLastWordOverTheMetadata)
-{
-    copyFile(commandFixture(QStringLiteral("OtherMetadata")), logic("Demo.1.0.1.dll"));
-    EXPECT_EQ(codes(folders.why(logic("Demo.1.0.1.dll"))), "wrong-iid");
-    EXPECT_EQ(codes(folders.why(logic("Demo.1.0.1.dll"), {QStringLiteral("--load")})), "");
-}
-
-TEST_F(KvsyncPlugins, WhyOfAFileThatIsNotThereFails)
-{
-    expectFailure({QStringLiteral("plugins"), QStringLiteral("why"), QStringLiteral("None.dll")},
-                  QStringLiteral("kvsync: PathNotExist (0x01000001): There is no file None.dll"));
 }

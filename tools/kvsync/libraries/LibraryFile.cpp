@@ -3,7 +3,8 @@
 #include "BoundedReader.h"
 #include "Formats.h"
 
-#include <QtCore/QIODevice>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 
 namespace KvSyncCli {
 
@@ -61,6 +62,19 @@ LibraryFile readLibraryFile(QIODevice &file)
     if (magic.startsWith("MZ"))
         return readPeFile(reader);
     return {};
+}
+
+LibraryFile libraryFileAt(const QString &path)
+{
+    // Asked before it is opened: opening a pipe would wait for a writer.
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return {};
+    try {
+        return readLibraryFile(file);
+    } catch (const MalformedFile &) {
+        return {};
+    }
 }
 
 } // namespace KvSyncCli

@@ -37,6 +37,10 @@ struct LibraryFile
 /// that is not 64 bits wide and little-endian, the header alone. Throws MalformedFile.
 LibraryFile readLibraryFile(QIODevice &file);
 
+/// The same for a path, as a loader looks at one that may not suit: what is no regular file, cannot
+/// be opened or is damaged has no format.
+LibraryFile libraryFileAt(const QString &path);
+
 } // namespace KvSyncCli
 
 #endif

@@ -1,8 +1,5 @@
 #include "LibrarySearch.h"
 
-#include "BoundedReader.h"
-
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QSet>
 
@@ -27,18 +24,6 @@ QStringList expanded(const QStringList &paths, const QString &filePath)
     QStringList result = paths;
     result.replaceInStrings(QStringLiteral("${ORIGIN}"), origin);
     return result.replaceInStrings(QStringLiteral("$ORIGIN"), origin);
-}
-
-LibraryFile readQuietly(const QString &path)
-{
-    QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
-        return {};
-    try {
-        return readLibraryFile(file);
-    } catch (const MalformedFile &) {
-        return {};
-    }
 }
 
 QString nameKey(const QString &name)
@@ -70,7 +55,7 @@ std::vector<NeededLibrary> findNeededLibraries(const QString &filePath, const Li
             const QString path = findLibrary(name, paths);
             found.push_back({name, current.filePath, path});
             if (!path.isEmpty() && !isLoadedLibrary(name))
-                waiting.push_back({path, readQuietly(path), inherited});
+                waiting.push_back({path, libraryFileAt(path), inherited});
         }
     }
     return found;

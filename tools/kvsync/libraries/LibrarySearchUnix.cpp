@@ -1,9 +1,7 @@
-#include "BoundedReader.h"
 #include "LibrarySearch.h"
 #include "LoaderCache.h"
 
 #include <QtCore/QFile>
-#include <QtCore/QFileInfo>
 
 #include <dlfcn.h>
 #include <link.h>
@@ -25,19 +23,6 @@ QString loadedPath(const QString &name)
     QString path = known ? QFile::decodeName(map->l_name) : name;
     dlclose(handle);
     return path;
-}
-
-// The loader passes over files for other machines.
-bool isUsable(const QString &path)
-{
-    QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
-        return false;
-    try {
-        return readLibraryFile(file).isForThisProcess();
-    } catch (const MalformedFile &) {
-        return false;
-    }
 }
 
 QStringList candidates(const QString &name, const QStringList &searchPaths)
@@ -66,8 +51,9 @@ QString findLibrary(const QString &name, const QStringList &searchPaths)
     // A name with a folder in it is a path to the loader, and nothing is looked through.
     const QStringList paths =
         name.contains(QLatin1Char('/')) ? QStringList(name) : candidates(name, searchPaths);
+    // The loader passes over files for other machines.
     for (const QString &path : paths)
-        if (isUsable(path))
+        if (libraryFileAt(path).isForThisProcess())
             return path;
     return {};
 }

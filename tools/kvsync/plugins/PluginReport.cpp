@@ -80,6 +80,9 @@ private:
             add("name-pattern",
                 QStringLiteral("the name is read as %1, and %2 does not find it")
                     .arg(report.fileName.parts.mid(0, 4).join(QStringLiteral(" | ")), pattern));
+        else if (QFileInfo(report.filePath).isHidden())
+            add("name-pattern",
+                QStringLiteral("it is hidden, and %1 finds no hidden files").arg(pattern));
         else if (report.found && !report.isSelected())
             add("shadowed-by-higher-build", shadowText());
     }

@@ -67,6 +67,7 @@ QJsonObject fullJson(const PluginReport &report)
     result.insert(QStringLiteral("winner"), textOrNull(report.winner));
     result.insert(QStringLiteral("format"), report.library.kindText());
     result.insert(QStringLiteral("metaData"), report.metaData);
+    result.insert(QStringLiteral("imports"), QJsonArray::fromStringList(report.library.needed));
     result.insert(QStringLiteral("libraries"), array(report.needed));
     return result;
 }

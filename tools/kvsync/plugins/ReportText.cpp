@@ -45,8 +45,19 @@ QString winnerText(const PluginReport &report)
     return report.winner.isEmpty() ? QStringLiteral("no file") : report.winner;
 }
 
+// Only this system's own libraries are looked for.
+QString foreignLibrariesText(const LibraryFile &library)
+{
+    QString text;
+    for (const QString &name : library.needed)
+        text += row(QStringLiteral("needs"), name + QStringLiteral(" (not looked for)"));
+    return text;
+}
+
 QString librariesText(const PluginReport &report)
 {
+    if (!report.library.isForThisProcess())
+        return foreignLibrariesText(report.library);
     QString text;
     for (const NeededLibrary &library : report.needed)
         text += row(
