@@ -4,6 +4,8 @@
 #include "fixtures/plugins/Scripted/DeviceScript.h"
 #include "support/ApplicationFolder.h"
 
+#include <stdexcept>
+
 using namespace KvSyncTest;
 
 /// Makes devices in turn, each of which accepts its own index alone, and counts those that live.
@@ -146,4 +148,16 @@ TEST_F(FaultyPluginDevice, SaysThatACameraGivesNoWholeImage)
     }
     set(handle, "missing", "nothing");
     EXPECT_EQ(capture(handle, {{"frames", 1}}).size(), 1);
+}
+
+TEST_F(FaultyPluginDevice, ACameraThatThrowsWhenItShallRestIsUsedAndClosed)
+{
+    const QVariant handle = call("openDevices", {plugin("BlindCamera")});
+    set(handle, "missing", "rest");
+    EXPECT_EQ(capture(handle, {{"frames", 1}}).size(), 1);
+    EXPECT_THROW(call("resetDevices", {handle}), std::runtime_error);
+    close(handle);
+    expectFails(HandleInvalid,
+                QStringLiteral("No open device has the handle %1").arg(handle.toLongLong()),
+                "closeDevices", {handle});
 }

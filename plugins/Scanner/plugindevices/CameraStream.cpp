@@ -60,8 +60,8 @@ CameraStream::~CameraStream()
         });
         setMode(firstMode);
         setFormat(firstFormat);
-    } catch (const KvSyncTool::Exception &) {
-        // The device is closing, or gone; another failure tells the host.
+    } catch (...) {
+        // The device is closing, or gone, or throws what it likes: another failure tells the host.
     }
 }
 

@@ -77,7 +77,11 @@ ErrorCode OpenDevice::end()
     };
     beginEnd();
     Revival revival{*this};
-    rest();
+    try {
+        rest();
+    } catch (...) {
+        // The plug-in's; a device that cannot even rest is deleted all the same.
+    }
     {
         std::unique_lock<std::mutex> lock(mutex);
         changed.wait(lock, [this] { return running == 0; });
