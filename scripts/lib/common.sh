@@ -1,6 +1,9 @@
 # shellcheck shell=bash
 # Sourced by every script: messages, and Debian packages by name.
 
+# File names beyond ASCII are part of what is tested, and a bare machine has no locale that knows them.
+export LC_ALL=C.UTF-8
+
 say() { printf '%s\n' "$*" >&2; }
 
 die() {
