@@ -120,14 +120,14 @@ CommandInterface *CommandManager::store(const QString &name, const QVersionNumbe
                                         std::unique_ptr<QPluginLoader> loader)
 {
     QObject *const instance = loader->instance();
-    const bool isCommandPlugin = qobject_cast<CommandInterface *>(instance) != nullptr;
+    auto *const plugin = qobject_cast<CommandInterface *>(instance);
     // Plug-ins stay loaded and their objects alive, beyond this manager too.
     keepUntilProcessEnd(loader.get());
     keepUntilProcessEnd(instance);
-    const CommandPluginEntry entry{fileName, instance, loader.release(), isCommandPlugin};
+    const CommandPluginEntry entry{fileName, instance, loader.release(), plugin != nullptr};
     plugins.insert(PluginFile::key(name, version), entry);
     recordLoadedVersion(name, version);
-    return interfaceOf(entry);
+    return plugin;
 }
 
 } // namespace KvSyncCore

@@ -1,5 +1,7 @@
 #include "unit/command/CommandManagerFixture.h"
 
+#include <QtCore/QPluginLoader>
+
 #include <stdexcept>
 
 namespace {
@@ -68,6 +70,17 @@ TEST_F(FaultyRoot, MetadataOfAnotherIdentifierAreNotRead)
     CommandInterface *const plugin = manager.load("Demo", {1, 0});
     ASSERT_NE(plugin, nullptr);
     EXPECT_EQ(plugin->openDevices({}), 0);
+}
+
+TEST_F(FaultyRoot, IsAskedForItsInterfaceByLoadingAndNeverAgain)
+{
+    folder.copyModule(commandFixture("OtherFace"), "Demo.1.0.1.dll");
+    CommandInterface *const answer = manager.load("Demo", {1, 0});
+    QPluginLoader loader(folder.filePath("Demo.1.0.1.dll"));
+    ASSERT_NE(answer, nullptr);
+    EXPECT_EQ(static_cast<QObject *>(manager.getCommandInterface("Demo", {1, 0})),
+              loader.instance());
+    EXPECT_NE(static_cast<QObject *>(answer), loader.instance());
 }
 
 TEST_F(FaultyRoot, WhatAConstructorThrowsPassesUnchangedAndIsNotLogged)
