@@ -51,6 +51,8 @@ const RefusedRow refused[] = {
     {"Equal", "a", "a", "Plug-in path  a and Plug-in path a cannot be the same or null"},
     {"EmptyCommand", "", "b", "Plug-in path   and Plug-in path b cannot be the same or null"},
     {"EmptyDevice", "a", "", "Plug-in path  a and Plug-in path  cannot be the same or null"},
+    {"PercentSigns", "50%s%n", "50%s%n",
+     "Plug-in path  50%s%n and Plug-in path 50%s%n cannot be the same or null"},
     {"BothEmpty", "", "", "Plug-in path   and Plug-in path  cannot be the same or null"},
     {"EqualBeyondLatin1", QStringLiteral("\u00e9\u0414"), QStringLiteral("\u00e9\u0414"),
      "Plug-in path  \xef\xbf\xbd? and Plug-in path \xef\xbf\xbd? cannot be the same or null"},

@@ -46,6 +46,8 @@ const FailureRow failures[] = {
     {"DirectoryInLatin1",
      [](CommandManager &manager) { loadFrom(manager, QStringLiteral("\u00e9\u0414")); },
      PathNotExist, "%2/\xef\xbf\xbd? is no exist path", nullptr, "loadSpecifyVersionPlugin("},
+    {"DirectoryWithPercentSigns", [](CommandManager &manager) { loadFrom(manager, "50%s%n"); },
+     PathNotExist, "%2/50%s%n is no exist path", nullptr, "loadSpecifyVersionPlugin("},
     {"DefaultDirectory",
      [](CommandManager &) {
          CommandManager fresh;
