@@ -65,9 +65,11 @@ public:
                      const QList<QVariant> &args, const QVersionNumber &version);
 
 Q_SIGNALS:
-    /// An event of any loaded command plug-in, relayed untouched on the emitting thread. Whoever
-    /// connects queued by text calls qRegisterMetaType<QVersionNumber>() first. The name "verion"
-    /// is known to tools that read it: keep it.
+    /// An event of any loaded command plug-in, relayed untouched on the emitting thread. A slot may
+    /// delete this object, also while execute runs, but not while loadCommandPlugin does; it must
+    /// not throw, since Qt does not promise to carry that. Whoever connects queued by text calls
+    /// qRegisterMetaType<QVersionNumber>() first. The name "verion" is known to tools that read it:
+    /// keep it.
     void sendSignals(bool isPub, QString pluginName, QString signalName, QVariantList list,
                      QVersionNumber verion);
 
