@@ -2,6 +2,8 @@
 
 #include <QtCore/QDir>
 
+#include <cstdlib>
+
 namespace {
 
 using namespace KvSyncTest;
@@ -122,5 +124,22 @@ TEST_F(CommandLoading, LeavesThePluginAliveWhenTheManagerGoes)
     // The same file yields the same object: it was never unloaded.
     EXPECT_EQ(manager.load("Demo", {1, 0}), plugin);
 }
+
+#if defined(Q_OS_LINUX)
+// Qt unloads, at the end, every library that no loader is left for.
+TEST_F(CommandLoading, KeepsThePluginsObjectBeyondTheEndOfTheProgram)
+{
+    folder.copyModule(commandFixture("NeverDeleted"), "Demo.1.0.1.dll");
+    const auto loadAndEnd = [this] {
+        {
+            KvSyncCore::CommandManager brief;
+            brief.setPluginDirPath(folder.name());
+            brief.load("Demo", {1, 0});
+        }
+        std::exit(0);
+    };
+    EXPECT_EXIT(loadAndEnd(), ::testing::ExitedWithCode(0), "");
+}
+#endif
 
 } // namespace

@@ -48,6 +48,13 @@ TEST_F(CommandLookup, OfANullVersionNeverLeavesTheName)
     expectNotLoaded("Demo", {}, "Demo.0.0");
 }
 
+TEST_F(CommandLookup, OfVersionZeroIsNotThatOfANullVersion)
+{
+    provide({"Demo.1.0.1.dll"});
+    manager.load("Demo", {1, 0});
+    expectNotLoaded("Demo", QVersionNumber(0), "Demo.0.0");
+}
+
 struct LoadOrder
 {
     std::vector<QVersionNumber> versions;

@@ -19,6 +19,14 @@ TEST_F(MaxVersion, LoadsTheHighestMajorMinorAndBuild)
                     "CommandManager.cpp");
 }
 
+TEST_F(MaxVersion, StandsInTheLineOfLoadingByItsCleanPath)
+{
+    provide({"Demo.1.0.1.dll"});
+    manager.setPluginDirPath(folder.name() + "/./");
+    EXPECT_NE(manager.loadMaxVersionPlugin("Demo"), nullptr);
+    expectLog({loadLine("Demo.1.0.1.dll")});
+}
+
 TEST_F(MaxVersion, IsFoundUnderTheVersionOfItsFile)
 {
     provide({"Demo.2.10.4.dll"});
