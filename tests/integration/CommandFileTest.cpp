@@ -71,6 +71,13 @@ TEST_F(CommandFile, WithABuildOfSeveralPartsIsComparedByTheFirst)
     expectLoads("Part.1.0.5.1.dll");
 }
 
+TEST_F(CommandFile, IsComparedByItsBuildAlone)
+{
+    put("Part.1.0.5.dll");
+    putDecoys({"P.9.9.1.0.1.dll"});
+    expectLoads("Part.1.0.5.dll", "P*");
+}
+
 TEST_F(CommandFile, OfVersionZeroIsFoundByAVersionOfOneZero)
 {
     put("Part.0.0.1.dll");
