@@ -84,6 +84,7 @@ void FrameSource::deliverEvent(Lock &lock)
         const void *context = registered.statusContext;
         registered.status(context, event.first, event.second);
     });
+    dropOverdue(&Account::hostSlow);
 }
 
 /// Whether the trigger is still the one that the thread is following.
