@@ -1,6 +1,7 @@
 #include "ScannerFixture.h"
 #include "StatusCatcher.h"
 
+#include <chrono>
 #include <future>
 
 using namespace Tessel3Sync;
@@ -43,6 +44,9 @@ TEST_F(HostileMode, FramesLingerUntilTheCallbackIsRemoved)
     StatusCatcher events(device);
     sendStatus(ButtonEvent, 1);
     ASSERT_TRUE(events.waitFor({{ButtonEvent, 1}}));
+    // Twenty periods, in which a trigger that went on would have shown.
+    const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(40);
+    eventually([&] { return std::chrono::steady_clock::now() > until; });
     EXPECT_EQ(atRemoval, catcher.frames().size());
     EXPECT_LE(account().produced, produced + 1);
     EXPECT_TRUE(account().balances());

@@ -122,6 +122,10 @@ TEST_F(Scan, ClosingTheCamerasStopsTheScanUntilItIsStartedAgain)
     ASSERT_EQ(Ok, EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, true));
     ASSERT_TRUE(catcher.waitFor(1));
     ASSERT_EQ(Ok, CloseDeviceCamera(device));
+    const long long produced = account().produced;
+    const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(40);
+    eventually([&] { return std::chrono::steady_clock::now() > until; });
+    EXPECT_LE(account().produced, produced + 1);
     ASSERT_EQ(Ok, ReconnectDevice(device));
     ASSERT_EQ(Ok, SetScanCallBackFunction(device, nullptr, nullptr));
     const std::size_t before = catcher.frames().size();
