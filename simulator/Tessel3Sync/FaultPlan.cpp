@@ -1,7 +1,8 @@
 #include "FaultPlan.h"
 
 #include "Files.h"
-#include "PlanMembers.h"
+#include "PlanOutputs.h"
+#include "StrictJson.h"
 
 #include <limits>
 #include <stdexcept>
@@ -82,8 +83,6 @@ void readEntry(const Json &entry, Script &script)
 
 void readEntries(const Json &list, Script &script)
 {
-    if (!list.is_array())
-        fail("\"faults\" must be a list");
     for (std::size_t i = 0; i < list.size(); ++i) {
         try {
             readEntry(list[i], script);
@@ -93,23 +92,14 @@ void readEntries(const Json &list, Script &script)
     }
 }
 
-Json parsed(const std::string &text)
-{
-    try {
-        return Json::parse(text);
-    } catch (const Json::parse_error &error) {
-        fail(std::string("not JSON: ") + error.what());
-    }
-}
-
 Script scriptOf(const std::string &text)
 {
     Script script;
-    const Json plan = parsed(text);
+    const Json plan = parsedJson(text);
     Members members(plan);
     script.hostile = members.flag("hostile");
     if (members.has("faults"))
-        readEntries(members.member("faults"), script);
+        readEntries(members.list("faults"), script);
     members.refuseOthers();
     return script;
 }

@@ -84,6 +84,7 @@ void FrameSource::deliverEvent(Lock &lock)
         const void *context = registered.statusContext;
         registered.status(context, event.first, event.second);
     });
+    dropOverdue(&Account::hostSlow);
 }
 
 /// Whether the trigger is still the one that the thread is following.
@@ -160,15 +161,12 @@ Shot FrameSource::nextShot() const
     return shot;
 }
 
-/// Gives out the next frame number; what is planned for it may be the end of the connection.
+/// Gives out the next frame number, with what is planned for it.
 FrameFault FrameSource::nextFrame()
 {
     lastTick += period;
     const FrameFault *planned = simulator.faultOf(++simulator.connection.trigger.frame);
-    const FrameFault fault = planned ? *planned : FrameFault();
-    if (fault.disconnect)
-        simulator.detach(fault.backAfterMs);
-    return fault;
+    return planned ? *planned : FrameFault();
 }
 
 void FrameSource::makeFrame(Lock &lock)
@@ -179,8 +177,7 @@ void FrameSource::makeFrame(Lock &lock)
     --burst;
     const Cause lateness = fault.delayMs > 0 ? &Account::planned : &Account::simulatorSlow;
     changed.wait_for(lock, std::chrono::milliseconds(fault.delayMs), [&] { return !follows(); });
-    if (fault.drop || fault.disconnect) {
-        drop(&Account::planned);
+    if (dropIfPlanned(fault)) {
         dropOverdue(lateness);
         return;
     }
@@ -233,13 +230,24 @@ void FrameSource::drop(Cause cause)
     ++(counted.*cause);
 }
 
+/// Returns whether the frame is lost, and the connection perhaps with it.
+bool FrameSource::dropIfPlanned(const FrameFault &fault)
+{
+    if (!fault.drop && !fault.disconnect)
+        return false;
+    drop(&Account::planned);
+    if (fault.disconnect && follows())
+        simulator.detach(fault.backAfterMs);
+    return true;
+}
+
 /// The buffers hold a few frames that the host has not taken; what was due before those is lost.
 void FrameSource::dropOverdue(Cause cause)
 {
     const Clock::time_point oldest = Clock::now() - bufferedFrames * period;
     while (follows() && lastTick + period < oldest) {
-        const FrameFault fault = nextFrame();
-        drop(fault.drop || fault.disconnect ? &Account::planned : cause);
+        if (!dropIfPlanned(nextFrame()))
+            drop(cause);
     }
 }
 

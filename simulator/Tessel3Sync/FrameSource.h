@@ -62,6 +62,7 @@ private:
     void deliver(Lock &lock, const Shot &shot);
 
     void drop(Cause cause);
+    bool dropIfPlanned(const FrameFault &fault);
     void dropOverdue(Cause cause);
 
     Simulator &simulator;

@@ -1,12 +1,9 @@
 #include "UserInformation.h"
 
 #include "Files.h"
-#include "Ranges.h"
-
-#include <nlohmann/json.hpp>
+#include "StrictJson.h"
 
 #include <charconv>
-#include <stdexcept>
 
 namespace Tessel3SyncSimulator {
 
@@ -37,26 +34,31 @@ std::string fromHex(const std::string &hex)
         const char *end = hex.data() + std::min(i + 2, hex.size());
         const auto parsed = std::from_chars(hex.data() + i, end, value, 16);
         if (parsed.ptr != hex.data() + i + 2)
-            throw std::invalid_argument("not pairs of hexadecimal digits");
+            fail("not pairs of hexadecimal digits");
         bytes += static_cast<char>(value);
     }
     return bytes;
 }
 
-/// Throws if the content is not what toJson makes.
+/// Throws if the content says anything but what toJson does: it would be lost with the next write.
 Blocks fromJson(const std::string &content)
 {
-    const Json json = Json::parse(content);
-    if (json.at("format") != format)
-        throw std::invalid_argument("another format");
+    const Json json = parsedJson(content);
+    Members members(json);
+    if (members.text("format") != format)
+        fail("another format");
     Blocks blocks;
-    for (const Json &entry : json.at("blocks")) {
-        const int address = entry.at("address").get<int>();
-        const std::string bytes = fromHex(entry.at("hex").get<std::string>());
-        if (!isIn(0, address, UserInformationBlocks - 1) || bytes.size() > UserInformationLength)
-            throw std::invalid_argument("no such block");
-        blocks[address] = bytes;
+    for (const Json &entry : members.list("blocks")) {
+        Members block(entry);
+        const int address = block.integer("address", 0);
+        const std::string bytes = fromHex(block.text("hex"));
+        block.refuseOthers();
+        if (address >= UserInformationBlocks || bytes.size() > UserInformationLength)
+            fail("no such block");
+        if (!blocks.emplace(address, bytes).second)
+            fail("one block twice");
     }
+    members.refuseOthers();
     return blocks;
 }
 

@@ -62,6 +62,33 @@ TEST_F(Connection, PrintsTheStatusOfARefusedEnumerationTwice)
     EXPECT_THAT(journal, Contains(printed(" GetCamerasInformation Failed, ERROR ID: -12")));
 }
 
+TEST_F(Connection, PrintsTheNumberOfSerialsNotTheCountOfTheLibrary)
+{
+    scanner.effects.GetCamerasInformation = [](const char *, auto &serials, auto &, auto &, auto &,
+                                               int &count) {
+        serials = {oneSerial};
+        count = 9;
+        return accepted;
+    };
+    EXPECT_THAT(journalOf([&] { controller.connectDeviceBySerial(anyHandle, "KV"); }),
+                Contains(printed("RetVa: 7    GetCamerasInformation end "
+                                 "device_cam_connect\xA3\xBA 1")));
+}
+
+TEST_F(Connection, FillsTheListsThatFollowTheHandleInTheManager)
+{
+    std::vector<const void *> lists;
+    scanner.effects.GetCamerasInformation = [&](const char *, auto &serials, auto &a, auto &b,
+                                                auto &flags, int &) {
+        lists = {&serials, &a, &b, &flags};
+        return refused;
+    };
+    journalOf([&] { controller.connectDeviceBySerial(anyHandle, "KV"); });
+    const char *const head = reinterpret_cast<const char *>(&link.manager) + sizeof(void *);
+    constexpr std::size_t list = sizeof(std::vector<int>);
+    EXPECT_THAT(lists, ElementsAre(head, head + list, head + 2 * list, head + 3 * list));
+}
+
 TEST_F(Connection, OneCameraIsOpenedAsTwoEqualEntries)
 {
     scanner.effects.GetCamerasInformation = cameras({oneSerial}, {5}, {6});

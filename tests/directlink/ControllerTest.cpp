@@ -47,4 +47,52 @@ TEST_F(Controller, ReachesTheScannerByCommandWithAnyHandle)
     }
 }
 
+namespace {
+
+/// Everything that takes a handle.
+void runAll(DeviceController &controller, DeviceHandle handle)
+{
+    unsigned short gain = 0;
+    double exposure = 0;
+    QList<CameraSpace::ImageBlock *> blocks;
+    QByteArray data;
+    QMap<QString, QVariant> parameters;
+    controller.connectDeviceBySerial(handle, "KV");
+    controller.reconnectDevice(handle);
+    controller.setScanCallback(handle, onScan(), context());
+    controller.setStatusCallback(handle, onStatus(), context());
+    controller.executeCommand(handle, "stopScan", parameters);
+    controller.setGainAndExpo(handle, 1, 2, 0);
+    controller.getGainAndExpo(handle, gain, exposure, 0);
+    controller.setExopsureTime(handle, 2, 0);
+    controller.getExposureTime(handle, exposure, 0);
+    controller.setGain(handle, 1, 0);
+    controller.getGain(handle, gain, 0);
+    controller.grabImage(handle, 0, blocks);
+    controller.project(handle, ProjectorSpace::SpecklePattern, ProjectorSpace::DefaultVariant);
+    controller.writeCustomInfo(handle, 0, "x");
+    controller.readCustomInfo(handle, 0, data);
+    controller.disconnectDevice(handle);
+}
+
+/// What an unconnected scanner sees of it.
+Journal journalOfAll(DeviceHandle handle)
+{
+    DirectLink fresh;
+    fresh.scanner.effects.GetCamerasInformation = talkativeScanner().GetCamerasInformation;
+    return journalOf([&] { runAll(fresh.controller, handle); });
+}
+
+} // namespace
+
+TEST(ControllerHandle, IsNotLookedAtByAnyOperationOfTheDirectLink)
+{
+    const Journal expected = journalOfAll(anyHandle);
+    EXPECT_THAT(expected, Contains("DisConnectDevice(null)"));
+    for (const DeviceHandle handle :
+         {DeviceHandle(0), DeviceHandle(-1), std::numeric_limits<DeviceHandle>::max(),
+          std::numeric_limits<DeviceHandle>::min()})
+        EXPECT_EQ(journalOfAll(handle), expected) << handle;
+}
+
 } // namespace KvSyncTest

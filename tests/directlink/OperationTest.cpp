@@ -122,6 +122,21 @@ TEST_P(DirectLinkOperation, WithoutAConnectionReachesTheScannerWithANullHandleAn
     EXPECT_THAT(journal, ::testing::Each(::testing::Not(::testing::HasSubstr("(device"))));
 }
 
+TEST_P(DirectLinkOperation, SharesTheHandleAtTheManagersHeadWithEveryCallThatTakesItByReference)
+{
+    link.connect();
+    link.scanner.effects = talkativeScanner();
+    journalOf([&] { GetParam().run(link.controller); });
+    for (const std::string &function : functionsIn(GetParam().journal)) {
+        const auto &places = link.scanner.pointerPlaces.at(function);
+        if (places.empty())
+            continue;
+        // One takes the handle itself.
+        const std::size_t expected = function == "GetFirewareVersion" ? 0 : 1;
+        EXPECT_EQ(places.count(&link.manager), expected) << function;
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(All, DirectLinkOperation, ::testing::ValuesIn(expectations()),
                          [](const auto &row) { return row.param.operation; });
 

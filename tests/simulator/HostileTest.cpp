@@ -1,7 +1,8 @@
 #include "ScannerFixture.h"
 #include "StatusCatcher.h"
 
-#include <set>
+#include <chrono>
+#include <future>
 
 using namespace Tessel3Sync;
 using namespace Tessel3SyncSimulator;
@@ -43,9 +44,45 @@ TEST_F(HostileMode, FramesLingerUntilTheCallbackIsRemoved)
     StatusCatcher events(device);
     sendStatus(ButtonEvent, 1);
     ASSERT_TRUE(events.waitFor({{ButtonEvent, 1}}));
+    // Twenty periods, in which a trigger that went on would have shown.
+    const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(40);
+    eventually([&] { return std::chrono::steady_clock::now() > until; });
     EXPECT_EQ(atRemoval, catcher.frames().size());
     EXPECT_LE(account().produced, produced + 1);
     EXPECT_TRUE(account().balances());
+}
+
+TEST_F(HostileMode, StatusEventsComeFromOtherThreadsToo)
+{
+    std::promise<std::thread::id> ofFrame;
+    std::promise<std::thread::id> ofEvent;
+    setHostile(false);
+    {
+        FrameCatcher frames(device);
+        ofFrame.set_value(frames.scan(1).front().thread);
+    }
+    setHostile(true);
+    StatusCatcher events(device);
+    events.reaction = [&] { ofEvent.set_value(std::this_thread::get_id()); };
+    sendStatus(ButtonEvent, 1);
+    EXPECT_NE(ofFrame.get_future().get(), ofEvent.get_future().get());
+}
+
+TEST_F(HostileMode, TheHostMayDisconnectAndConnectAgainFromTheCallback)
+{
+    std::promise<void> connected;
+    FrameCatcher catcher(device);
+    catcher.reaction = [&](const Frame &) {
+        EXPECT_EQ(Ok, DisConnectDevice(device));
+        connect();
+        connected.set_value();
+    };
+    ASSERT_EQ(Ok, EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, true));
+    connected.get_future().wait();
+    slowDown();
+    FrameCatcher second(device);
+    EXPECT_EQ(1, second.scan(2).front().number);
+    EXPECT_EQ(1u, catcher.frames().size());
 }
 
 TEST_F(HostileMode, APlanSwitchesItOn)

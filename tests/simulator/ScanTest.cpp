@@ -93,6 +93,61 @@ TEST_F(Scan, FramesThatASlowHostDoesNotTakeAreCounted)
     EXPECT_TRUE(account().balances());
 }
 
+TEST_F(Scan, AFrameThatWasBeingMadeWhenTheScanEndedIsCounted)
+{
+    setFaultPlan(R"({"faults": [{"frame": 1, "delayMs": 600000}]})");
+    FrameCatcher catcher(device);
+    ASSERT_TRUE(endScansUntil([] { return account().stopped > 0; }));
+    EXPECT_EQ(0, account().delivered);
+    EXPECT_TRUE(account().balances());
+}
+
+TEST_F(Scan, FramesWhosePictureIsNotReadyInTimeAreCounted)
+{
+    ScannerSetup setup = smallSetup();
+    setup.width = 2048;
+    setup.height = 2048;
+    setup.triggerPeriodMs = 1;
+    reset(setup);
+    connect();
+    FrameCatcher catcher(device);
+    ASSERT_EQ(Ok, EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, true));
+    EXPECT_TRUE(eventually([] { return account().simulatorSlow > 0; }));
+    EXPECT_TRUE(account().balances());
+}
+
+TEST_F(Scan, ClosingTheCamerasStopsTheScanUntilItIsStartedAgain)
+{
+    FrameCatcher catcher(device);
+    ASSERT_EQ(Ok, EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, true));
+    ASSERT_TRUE(catcher.waitFor(1));
+    ASSERT_EQ(Ok, CloseDeviceCamera(device));
+    const long long produced = account().produced;
+    const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(40);
+    eventually([&] { return std::chrono::steady_clock::now() > until; });
+    EXPECT_LE(account().produced, produced + 1);
+    ASSERT_EQ(Ok, ReconnectDevice(device));
+    ASSERT_EQ(Ok, SetScanCallBackFunction(device, nullptr, nullptr));
+    const std::size_t before = catcher.frames().size();
+    FrameCatcher second(device);
+    EXPECT_EQ(before, catcher.frames().size());
+    ASSERT_EQ(Ok, SetVideoTriggerPeriod(device, 50));
+    EXPECT_EQ(1, second.scan(1).front().number);
+}
+
+TEST_F(Scan, ReconnectingStopsTheScan)
+{
+    FrameCatcher catcher(device);
+    ASSERT_EQ(Ok, EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, true));
+    ASSERT_TRUE(catcher.waitFor(1));
+    ASSERT_EQ(Ok, ReconnectDevice(device));
+    ASSERT_EQ(Ok, SetScanCallBackFunction(device, nullptr, nullptr));
+    const long long produced = account().produced;
+    const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(40);
+    eventually([&] { return std::chrono::steady_clock::now() > until; });
+    EXPECT_LE(account().produced, produced + 1);
+}
+
 TEST_F(Scan, TheAccountBalancesAtEveryMoment)
 {
     FrameCatcher catcher(device);

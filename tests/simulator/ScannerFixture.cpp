@@ -49,6 +49,18 @@ Frame Scanner::firstFrame(int mode)
     }
 }
 
+bool Scanner::endScansUntil(const std::function<bool()> &ended)
+{
+    return eventually([&] {
+        EXPECT_EQ(Ok, EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, true));
+        // Stopped at once, it would have begun no frame.
+        const auto due = std::chrono::steady_clock::now() + 20ms;
+        eventually([&] { return std::chrono::steady_clock::now() > due; });
+        EXPECT_EQ(Ok, EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, false));
+        return ended();
+    });
+}
+
 void Scanner::expectRefused(Tessel3SyncSimulator::Status status, RETSTATUS result)
 {
     EXPECT_EQ(static_cast<int>(status), static_cast<int>(result));

@@ -44,6 +44,9 @@ protected:
     /// Frame number 1 of a new scan, whose noise is therefore always the same.
     Frame firstFrame(int mode = 1);
 
+    /// Runs short scans, whose frames a fault plan holds up, until one has ended as stated.
+    bool endScansUntil(const std::function<bool()> &ended);
+
     /// Expects a refusal, by its status.
     static void expectRefused(Tessel3SyncSimulator::Status status, Tessel3Sync::RETSTATUS result);
 

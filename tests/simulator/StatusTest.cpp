@@ -1,6 +1,7 @@
 #include "StatusCatcher.h"
 
 #include <atomic>
+#include <chrono>
 #include <future>
 
 using namespace Tessel3Sync;
@@ -30,6 +31,23 @@ TEST_F(StatusEvents, ArriveDuringAScanToo)
     ASSERT_TRUE(frames.waitFor(1));
     sendStatus(ButtonEvent, 2);
     EXPECT_TRUE(events.waitFor({{3, 2}}));
+}
+
+TEST_F(StatusEvents, FramesThatAreLostWhileAHostHandlesOneAreItsOwn)
+{
+    FrameCatcher frames(device);
+    StatusCatcher events(device);
+    events.reaction = [] {
+        // Held until the buffers must have overflowed: forty periods.
+        const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(80);
+        eventually([&] { return std::chrono::steady_clock::now() > until; });
+    };
+    ASSERT_EQ(Ok, EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, true));
+    ASSERT_TRUE(frames.waitFor(1));
+    sendStatus(ButtonEvent, 2);
+    ASSERT_TRUE(events.waitFor({{3, 2}}));
+    EXPECT_TRUE(eventually([] { return account().hostSlow > 20; }));
+    EXPECT_TRUE(account().balances());
 }
 
 TEST_F(StatusEvents, WithoutACallbackOrAConnectionAreLost)

@@ -1,6 +1,7 @@
 #include "ScannerFixture.h"
 
 #include "TemporaryFolder.h"
+#include "Unprivileged.h"
 
 #include <fstream>
 
@@ -134,7 +135,23 @@ TEST_F(UserInformationFile, AFileThatIsNotOursIsRefusedAndLeftAsItIs)
           R"({"format": "KV-SIM user information 2", "blocks": []})",
           R"({"format": "KV-SIM user information 1", "blocks": [{"address": 256, "hex": ""}]})",
           R"({"format": "KV-SIM user information 1", "blocks": [{"address": 0, "hex": "6"}]})",
-          R"({"format": "KV-SIM user information 1", "blocks": [{"address": 0, "hex": "6g"}]})"}) {
+          R"({"format": "KV-SIM user information 1", "blocks": [{"address": 0, "hex": "6g"}]})",
+          // Cut off, of another shape, or with what the next write would lose.
+          R"({"format": "KV-SIM user information 1", "blocks": [{"addr)",
+          R"({"format": "KV-SIM user information 1", "blocks": null})",
+          R"({"format": "KV-SIM user information 1", "blocks": {}})",
+          R"({"format": "KV-SIM user information 1", "blocks": [], "more": 1})",
+          R"({"format": "KV-SIM user information 1", "blocks": [], "blocks": []})",
+          R"({"format": "KV-SIM user information 1", "blocks": [{"address": 0.5, "hex": ""}]})",
+          R"({"format": "KV-SIM user information 1", "blocks": [{"address": true, "hex": ""}]})",
+          R"({"format": "KV-SIM user information 1", "blocks": [{"address": -1, "hex": ""}]})",
+          R"({"format": "KV-SIM user information 1",
+              "blocks": [{"address": 4294967296, "hex": ""}]})",
+          R"({"format": "KV-SIM user information 1",
+              "blocks": [{"address": 0, "hex": "61", "more": 1}]})",
+          R"({"format": "KV-SIM user information 1",
+              "blocks": [{"address": 0, "hex": "61"}, {"address": 0, "hex": "62"}]})",
+          R"({"format": 1e999, "blocks": []})"}) {
         writeFile(content);
         beginAnew();
         std::vector<char> room(512, '?');
@@ -158,6 +175,54 @@ TEST_F(UserInformationFile, AFolderInItsPlaceIsRefused)
     setUserInformationFile(folder.file(""));
     expectRefused(StorageFailed, WriteUserInfomation(device, 0, "x", 1));
 }
+
+TEST_F(UserInformationFile, OfABlockThatIsTooLongIsRefused)
+{
+    const std::string start = R"({"format": "KV-SIM user information 1", "blocks": [{"hex": ")";
+    std::vector<char> room(512, '?');
+    char *buffer = room.data();
+    std::string hex;
+    for (int i = 0; i < 511; ++i)
+        hex += "61";
+    writeFile(start + hex + R"(", "address": 0}]})");
+    beginAnew();
+    EXPECT_EQ(std::string(511, 'a'), blockAt(0));
+    writeFile(start + hex + R"(61", "address": 0}]})");
+    beginAnew();
+    expectRefused(StorageFailed, ReadUserInfomation(device, 0, buffer));
+}
+
+#ifndef _WIN32
+TEST_F(UserInformationFile, ThatMayNotBeReadIsRefusedAndLeftAsItIs)
+{
+    ASSERT_EQ(Ok, WriteUserInfomation(device, 0, "kept", 4));
+    const auto path = std::filesystem::u8path(file);
+    std::filesystem::permissions(path, std::filesystem::perms::none);
+    const std::string answer = unprivileged([&] {
+        setUserInformationFile(file);
+        return std::to_string(WriteUserInfomation(device, 0, "lost", 4));
+    });
+    EXPECT_EQ(std::to_string(StorageFailed), answer);
+    std::filesystem::permissions(path, std::filesystem::perms::owner_read);
+    beginAnew();
+    EXPECT_EQ("kept", blockAt(0));
+}
+
+TEST_F(UserInformationFile, InAFolderThatMayNotBeWrittenKeepsItsOldContent)
+{
+    ASSERT_EQ(Ok, WriteUserInfomation(device, 0, "kept", 4));
+    const auto path = std::filesystem::u8path(file).parent_path();
+    std::filesystem::permissions(path, std::filesystem::perms::owner_read |
+                                           std::filesystem::perms::owner_exec);
+    EXPECT_EQ(std::to_string(StorageFailed), unprivileged([&] {
+                  return std::to_string(WriteUserInfomation(device, 0, "lost", 4));
+              }));
+    std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+    EXPECT_EQ("kept", blockAt(0));
+    beginAnew();
+    EXPECT_EQ("kept", blockAt(0));
+}
+#endif
 
 TEST_F(UserInformationFile, AnEmptyNameKeepsItInMemoryAgain)
 {

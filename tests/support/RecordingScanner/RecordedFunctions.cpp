@@ -1,6 +1,7 @@
 #include "support/RecordingScanner/CallText.h"
 #include "support/RecordingScanner/RecordingScanner.h"
 
+#include <type_traits>
 #include <utility>
 
 // The forty-one functions, each of which records its call and runs its effect.
@@ -21,13 +22,22 @@ RETSTATUS statusOf(const char *function, RETSTATUS fromEffect)
     return found == statuses.end() ? fromEffect : static_cast<RETSTATUS>(found->second);
 }
 
+template <typename Argument>
+void addPlace(const Argument &argument, std::set<const void *> &places)
+{
+    if constexpr (std::is_same_v<Argument, void *>)
+        places.insert(&argument);
+}
+
 template <typename Function, typename... Arguments>
 RETSTATUS record(const char *name, const KvSyncTest::Effect<Function> &effect,
                  Arguments &&...arguments)
 {
-    const KvSyncTest::RecordingScanner &scanner = KvSyncTest::recordingScanner();
+    KvSyncTest::RecordingScanner &scanner = KvSyncTest::recordingScanner();
     KvSyncTest::CallText call(name, scanner.pointerNames);
     (call.add(arguments), ...);
+    scanner.pointerPlaces[name].clear();
+    (addPlace(arguments, scanner.pointerPlaces[name]), ...);
     if (scanner.onCall)
         scanner.onCall(call.text());
     return statusOf(name,

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -74,6 +75,9 @@ public:
     std::map<std::string, int> statuses;
     /// What pointers are called in the record.
     std::map<const void *, std::string> pointerNames;
+    /// Where the untyped pointers stood that each function was last handed, by its name: a variable
+    /// of the caller's where it takes a reference.
+    std::map<std::string, std::set<const void *>> pointerPlaces;
     /// Told of every call before its effect runs.
     std::function<void(const std::string &call)> onCall;
 

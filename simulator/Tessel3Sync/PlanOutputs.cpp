@@ -1,21 +1,14 @@
-#include "PlanMembers.h"
+#include "PlanOutputs.h"
+
+#include "StrictJson.h"
 
 #include <algorithm>
-#include <limits>
-#include <stdexcept>
 
 namespace Tessel3SyncSimulator {
 
 namespace {
 
 using Json = nlohmann::json;
-
-/// JSON's numbers are wider, and would be cut or rounded in silence.
-bool isInteger(const Json &value)
-{
-    return value.is_number_integer() && value >= std::numeric_limits<int>::min() &&
-           value <= std::numeric_limits<int>::max();
-}
 
 bool isFlag(const Json &value)
 {
@@ -92,71 +85,6 @@ Value valueOf(const Json &value, OutputKind kind)
 }
 
 } // namespace
-
-void fail(const std::string &text)
-{
-    throw std::invalid_argument(text);
-}
-
-std::string quoted(const std::string &text)
-{
-    return '"' + text + '"';
-}
-
-Members::Members(const Json &value)
-    : object(value)
-{
-    if (!value.is_object())
-        fail("must be an object");
-}
-
-bool Members::has(const char *name) const
-{
-    return object.contains(name);
-}
-
-const Json &Members::member(const char *name)
-{
-    asked.insert(name);
-    return object.at(name);
-}
-
-int Members::integer(const char *name, int lowest)
-{
-    const Json &value = member(name);
-    if (!isInteger(value))
-        fail(quoted(name) + " must be an integer");
-    const int number = value.get<int>();
-    if (number < lowest)
-        fail(quoted(name) + " must be at least " + std::to_string(lowest));
-    return number;
-}
-
-std::string Members::text(const char *name)
-{
-    const Json &value = member(name);
-    if (!value.is_string())
-        fail(quoted(name) + " must be a text");
-    return value.get<std::string>();
-}
-
-bool Members::flag(const char *name)
-{
-    if (!has(name))
-        return false;
-    const Json &value = member(name);
-    if (!value.is_boolean())
-        fail(quoted(name) + " must be true or false");
-    return value.get<bool>();
-}
-
-void Members::refuseOthers() const
-{
-    for (const auto &item : object.items()) {
-        if (asked.count(item.key()) == 0)
-            fail("unknown key " + quoted(item.key()));
-    }
-}
 
 std::map<std::string, Value> outputsOf(const Json &object, const Function &function)
 {

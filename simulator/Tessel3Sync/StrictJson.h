@@ -1,8 +1,6 @@
-// Strict reading of a fault plan's JSON.
-#ifndef TESSEL3SYNCSIMULATOR_PLANMEMBERS_H
-#define TESSEL3SYNCSIMULATOR_PLANMEMBERS_H
-
-#include "Functions.h"
+// JSON read strictly: what does not fit is refused, never guessed at.
+#ifndef TESSEL3SYNCSIMULATOR_STRICTJSON_H
+#define TESSEL3SYNCSIMULATOR_STRICTJSON_H
 
 #include <nlohmann/json.hpp>
 
@@ -16,6 +14,13 @@ namespace Tessel3SyncSimulator {
 
 std::string quoted(const std::string &text);
 
+/// Refuses a key that stands twice in one object too: one of the two would be lost in silence.
+nlohmann::json parsedJson(const std::string &text);
+
+/// Whether it is a whole number that an int holds. JSON's numbers are wider, and would be cut or
+/// rounded in silence.
+bool isInteger(const nlohmann::json &value);
+
 /// One JSON object: hands out its members by name, and knows which nobody asked for.
 class Members
 {
@@ -27,6 +32,7 @@ public:
 
     int integer(const char *name, int lowest);
     std::string text(const char *name);
+    const nlohmann::json &list(const char *name);
 
     /// False if there is no such member.
     bool flag(const char *name);
@@ -37,9 +43,6 @@ private:
     const nlohmann::json &object;
     std::set<std::string> asked;
 };
-
-/// The outputs of a function, by name.
-std::map<std::string, Value> outputsOf(const nlohmann::json &object, const Function &function);
 
 } // namespace Tessel3SyncSimulator
 
