@@ -2,10 +2,12 @@
 
 #include "device/support/DeviceRegistry.h"
 #include "KvSyncCore/DeviceController.h"
+#include "fixtures/plugins/PlainDevice.h"
 #include "support/CriticalLinesOff.h"
 
 #include <limits>
 #include <stdexcept>
+#include <utility>
 
 using namespace KvSyncTest;
 using KvSyncCore::DeviceController;
@@ -189,6 +191,62 @@ TEST_F(DeviceRegistry, AnAddressThatIsUsedAgainIsAHandleAgain)
     EXPECT_EQ(manager->deleteDevice(first), Success);
     EXPECT_EQ(lend(device), first);
     EXPECT_EQ(manager->name(first).first, Success);
+}
+
+namespace {
+
+/// Makes a new device at the address that it was just given back.
+class ReusingScript : public LendingScript
+{
+public:
+    ErrorCode destroyDevice(BaseDeviceSpace::DeviceInterface *&device) override
+    {
+        if (manager)
+            std::exchange(manager, nullptr)
+                ->createDevice(QStringLiteral("Scripted"), QVersionNumber(1, 0));
+        if (exchanged)
+            device = exchanged;
+        return Success;
+    }
+
+    DeviceManager *manager = nullptr;
+    BaseDeviceSpace::DeviceInterface *exchanged = nullptr;
+};
+
+} // namespace
+
+// As when another thread is given a device between the end of one and the end of its handle.
+TEST_F(DeviceRegistry, ADeviceAtAnAddressThatIsJustGivenBackKeepsItsHandle)
+{
+    ReusingScript script;
+    script.next = &device;
+    DeviceScript::use(&script);
+    loadFixture(scripted);
+    const DeviceHandle handle = createFixtureDevice(scripted);
+    script.manager = manager.get();
+    EXPECT_EQ(manager->deleteDevice(handle), Success);
+    EXPECT_EQ(manager->name(handle).first, Success);
+    EXPECT_EQ(manager->deleteDevice(handle), Success);
+    expectDeleteRefused(handle);
+    endManager();
+}
+
+TEST_F(DeviceRegistry, AnExchangedPointerEndsTheOtherHandleEvenThen)
+{
+    PlainDevice other;
+    ReusingScript script;
+    script.next = &other;
+    DeviceScript::use(&script);
+    loadFixture(scripted);
+    const DeviceHandle otherHandle = createFixtureDevice(scripted);
+    script.next = &device;
+    const DeviceHandle handle = createFixtureDevice(scripted);
+    script.manager = manager.get();
+    script.exchanged = &other;
+    EXPECT_EQ(manager->deleteDevice(handle), Success);
+    EXPECT_EQ(manager->name(handle).first, Success);
+    expectDeleteRefused(otherHandle);
+    endManager();
 }
 
 TEST_F(DeviceRegistry, ADeviceGivenTwiceIsOneHandle)

@@ -172,6 +172,7 @@ private:
     IFactory *factoryOfPlugin(const QString &name, const QVersionNumber &version);
     IFactory *factoryOfDevice(const DeviceHandle handle);
     BaseDeviceSpace::DeviceInterface *device(const DeviceHandle handle);
+    QString registrationOf(const DeviceHandle handle);
     QList<qint64> allHandles();
     void deleteAllDevices();
     void unloadAllPlugins();

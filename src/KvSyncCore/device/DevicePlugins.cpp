@@ -143,13 +143,19 @@ ErrorCode DeviceManager::deleteDevice(const DeviceHandle handle)
         KVSYNC_CRITICAL << "The handle is invalid";
         return HandleInvalid;
     }
+    const QString registration = registrationOf(handle);
     const ErrorCode result = factory->destroyDevice(target);
     if (result != Success)
         return result;
     // The key is the pointer as the plug-in left it: one that clears it stays registered, and
     // callers depend on it.
+    const qint64 ended = handleOf(target);
     const QWriteLocker locker(&registryLock);
-    devices.remove(handleOf(target));
+    // Another thread may have been given a new device at the freed address meanwhile: it stays.
+    const bool isNewer =
+        ended == handle && devices.value(handle).constData() != registration.constData();
+    if (!isNewer)
+        devices.remove(ended);
     return Success;
 }
 
@@ -205,6 +211,13 @@ DeviceInterface *DeviceManager::device(const DeviceHandle handle)
 {
     const QReadLocker locker(&registryLock);
     return devices.contains(handle) ? deviceOf(handle) : nullptr;
+}
+
+// The text of the registration itself: each registration has made its own.
+QString DeviceManager::registrationOf(const DeviceHandle handle)
+{
+    const QReadLocker locker(&registryLock);
+    return devices.value(handle);
 }
 
 QList<qint64> DeviceManager::allHandles()
