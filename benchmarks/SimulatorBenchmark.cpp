@@ -3,6 +3,7 @@
 #include <Tessel3SyncSimulator/Control.h>
 
 #include "render/Exposure.h"
+#include "render/ViewCache.h"
 
 #include <benchmark/benchmark.h>
 
@@ -42,7 +43,7 @@ BENCHMARK(copyOneImage);
 
 void renderOneImage(benchmark::State &state)
 {
-    const auto view = viewFor({CameraKind::LeftSpeckle, width, height, 1, 0.0});
+    const auto view = ViewCache::instance().view({CameraKind::LeftSpeckle, width, height, 1, 0.0});
     const Exposure exposure(view, Brightness, lightPowers(scanLights(), Purpose::Scan), {});
     std::vector<unsigned char> image(bytes);
     int frame = 0;
@@ -56,7 +57,7 @@ BENCHMARK(renderOneImage);
 
 void changeASetting(benchmark::State &state)
 {
-    const auto view = viewFor({CameraKind::LeftSpeckle, width, height, 1, 0.0});
+    const auto view = ViewCache::instance().view({CameraKind::LeftSpeckle, width, height, 1, 0.0});
     const LightPowers powers = lightPowers(scanLights(), Purpose::Scan);
     for (auto _ : state)
         benchmark::DoNotOptimize(Exposure(view, Brightness, powers, {}));
@@ -70,6 +71,14 @@ void turnTheTable(benchmark::State &state)
         benchmark::DoNotOptimize(View({CameraKind::LeftSpeckle, width, height, 1, ++degrees}));
 }
 BENCHMARK(turnTheTable)->Unit(benchmark::kMillisecond);
+
+void askForDepths(benchmark::State &state)
+{
+    double degrees = 0.0;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(depthsOf({CameraKind::LeftSpeckle, width, height, 1, ++degrees}));
+}
+BENCHMARK(askForDepths)->Unit(benchmark::kMillisecond);
 
 /// Counts deliveries, and does nothing with them.
 struct Host

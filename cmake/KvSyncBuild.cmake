@@ -55,9 +55,7 @@ endfunction()
 # A shared library that keeps every symbol it needs resolved, as a DLL must.
 function(kvsync_configure_shared_library target)
   kvsync_configure_target(${target})
-  if(UNIX AND NOT KVSYNC_SANITIZERS)
-    target_link_options(${target} PRIVATE -Wl,--no-undefined)
-  endif()
+  _kvsync_refuse_undefined_symbols(${target})
   set_target_properties(${target} PROPERTIES
     BUILD_RPATH_USE_ORIGIN ON
     INSTALL_RPATH "$ORIGIN")

@@ -1,7 +1,8 @@
 # kvsync_add_test(NAME Name SOURCES ... [LIBRARIES ...])
 #
-# One GoogleTest program. It stands in a folder of its own, which is its application folder: plug-in
-# directories are looked up below it, so programs never see each other's files.
+# One GoogleTest program and its tests. It stands in a folder of its own, which is its application
+# folder: plug-in directories are looked up below it, so programs never see each other's files.
+# kvsync_add_test_program, of the same form, makes the program alone.
 
 include(GoogleTest)
 
@@ -13,13 +14,35 @@ else()
   set(tests_alone ON)
 endif()
 
-function(kvsync_add_test)
+# What scripts need that build a project outside this build (tests/package/OutsideProject.cmake).
+string(REPLACE ";" "\\;" prefix_path "${CMAKE_PREFIX_PATH}")
+string(REPLACE ";" "\\;" emulator "${CMAKE_CROSSCOMPILING_EMULATOR}")
+set(KVSYNC_OUTSIDE_PROJECT
+  -DSOURCE_DIR=${PROJECT_SOURCE_DIR}
+  -DBUILD_DIR=${PROJECT_BINARY_DIR}
+  -DGENERATOR=${CMAKE_GENERATOR}
+  -DTOOLCHAIN=${CMAKE_TOOLCHAIN_FILE}
+  "-DWINDOWS_PREFIX=${KVSYNC_WINDOWS_PREFIX}"
+  "-DCOMPILER=${CMAKE_CXX_COMPILER}"
+  "-DLAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER}"
+  "-DPREFIX_PATH=${prefix_path}"
+  "-DSANITIZERS=${KVSYNC_SANITIZERS}"
+  "-DEMULATOR=${emulator}"
+  -DBUILD_TYPE=${CMAKE_BUILD_TYPE}
+  -DTESSEL3SYNC_ROOT=${KVSYNC_TESSEL3SYNC_ROOT})
+
+function(kvsync_add_test_program)
   cmake_parse_arguments(PARSE_ARGV 0 arg "" "NAME" "SOURCES;LIBRARIES")
   add_executable(${arg_NAME} ${arg_SOURCES})
   kvsync_configure_target(${arg_NAME})
   target_link_libraries(${arg_NAME} PRIVATE KvSyncTestSupport ${arg_LIBRARIES})
   set(folder "${CMAKE_BINARY_DIR}/tests/${arg_NAME}")
   set_target_properties(${arg_NAME} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${folder}")
+endfunction()
+
+function(kvsync_add_test)
+  cmake_parse_arguments(PARSE_ARGV 0 arg "" "NAME" "SOURCES;LIBRARIES")
+  kvsync_add_test_program(${ARGV})
   if(tests_alone)
     gtest_discover_tests(${arg_NAME}
       DISCOVERY_MODE PRE_TEST

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds and runs every benchmark. Compare figures within one run only: machines are noisy.
+# Builds and runs every benchmark, and nothing else. Compare figures within one run only: machines are noisy.
 # Usage: scripts/bench.sh [benchmark options, such as --benchmark_filter=REGEX]
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
@@ -8,8 +8,8 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 
 scripts/setup.sh
 use_ccache
-cmake --preset release >/dev/null
-cmake --build --preset release -j "$(nproc)"
+configure release
+cmake --build --preset release -j "$(nproc)" --target benchmarks
 for benchmark in build/release/benchmarks/*Benchmark; do
     echo "== ${benchmark##*/}"
     "$benchmark" "$@"

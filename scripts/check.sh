@@ -1,11 +1,14 @@
 #!/usr/bin/env bash
 # Style and static checks: clang-format over everything, clang-tidy over the library, the simulator,
 # the plug-ins and the tools, shellcheck over the scripts.
-# Usage: scripts/check.sh [build folder with compile_commands.json, default build/dev]
+# Usage: scripts/check.sh
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
+# shellcheck source=scripts/lib/common.sh
+. scripts/lib/common.sh
 
-build=${1:-build/dev}
+scripts/setup.sh
+use_ccache
 
 echo "== clang-format"
 git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
@@ -14,10 +17,14 @@ echo "== shellcheck"
 git ls-files '*.sh' .ci/run | xargs shellcheck -x
 
 echo "== clang-tidy"
-# Generated code is left out; a file counts once, however many targets compile it.
-run-clang-tidy -p "$build" -j "$(nproc)" -quiet \
+# How files are compiled is known once the preset is configured; nothing needs to be built. Generated
+# code is left out; a file counts once, however many targets compile it.
+configure dev
+log=build/dev/clang-tidy.log
+run-clang-tidy -p build/dev -j "$(nproc)" -quiet \
     -extra-arg=-Wno-gnu-zero-variadic-macro-arguments \
-    "^$PWD/(src|support|simulator|plugins|tools)/.*\\.cpp\$" >"$build/clang-tidy.log" 2>&1 || {
-    grep -E '(error|warning):' "$build/clang-tidy.log" | sort -u
+    "^$PWD/(src|support|simulator|plugins|tools)/.*\\.cpp\$" >"$log" 2>&1 || {
+    # What is no finding, such as a tool that is missing, stands at the end.
+    grep -E '(error|warning):' "$log" | sort -u || tail -n 20 "$log"
     exit 1
 }

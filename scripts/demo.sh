@@ -16,7 +16,7 @@ build() {
     local preset=$1
     shift
     echo "== $preset: build"
-    cmake --preset "$preset" "$@" >/dev/null
+    configure "$preset" "$@"
     cmake --build --preset "$preset" -j "$(nproc)" --target kvsync Scanner
 }
 

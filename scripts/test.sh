@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds and runs the tests on this machine, setting it up first.
+# Builds and runs the tests on this machine, setting it up first. Style is scripts/check.sh's affair.
 # Usage: scripts/test.sh [native|sanitizers|windows|all]   (default: native)
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
@@ -14,11 +14,7 @@ build() {
     local preset=$1
     shift
     echo "== $preset: build"
-    mkdir -p build
-    cmake --preset "$preset" "$@" >"build/$preset.log" 2>&1 || {
-        cat "build/$preset.log"
-        return 1
-    }
+    configure "$preset" "$@"
     cmake --build --preset "$preset" -j "$jobs"
 }
 
@@ -31,7 +27,6 @@ run_tests() {
 native() {
     scripts/setup.sh
     build dev
-    scripts/check.sh build/dev
     run_tests dev
 }
 

@@ -1,8 +1,11 @@
-// The least that a device plug-in is: a factory as root, and a device with one capability.
+// The least that a device plug-in is: a factory as root, and a device with one property. What it
+// has to tell goes to the system's one log category.
 
 #include <KvSyncDevice/DeviceInterface.h>
 #include <KvSyncDevice/IFactory.h>
+#include <KvSyncTool/ToolLogger.h>
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -18,7 +21,7 @@ public:
     {
         if (property != QLatin1String("on"))
             return InvalidParameter;
-        values[property] = on;
+        values[property] = isOn.load();
         return Success;
     }
 
@@ -26,12 +29,14 @@ public:
     {
         if (property != QLatin1String("on"))
             return InvalidParameter;
-        on = values.value(property).toBool();
+        const bool wanted = values.value(property).toBool();
+        if (isOn.exchange(wanted) != wanted)
+            qCInfo(KvSyncTool::ToolLogger, "the lamp is %s", wanted ? "on" : "off");
         return Success;
     }
 
 private:
-    bool on = false;
+    std::atomic<bool> isOn{false}; // any thread may call, several at once
 };
 
 class Blinker : public IFactory

@@ -26,8 +26,9 @@ class DeviceController;
 /// an operation throws reaches the host unchanged; KvSyncTool::Exception is the type that hosts
 /// expect.
 ///
-/// A handle is the 64-bit number that openDevices answered with; one that the host did not give as
-/// a number arrives as 0. Names, maps and lists mean what the plug-in says they mean.
+/// A handle is the 64-bit number that openDevices answered with. The core converts what the host
+/// gives as QVariant does: the text "12" arrives as 12, what cannot be converted as 0. Names, maps
+/// and lists mean what the plug-in says they mean.
 class CommandInterface : public QObject
 {
     Q_OBJECT
@@ -43,7 +44,8 @@ public:
 
     /// Receives the way to the device side, after every loadCommandPlugin, again too when the
     /// plug-in was loaded before. The controller belongs to the SyncCore and dies with it: do not
-    /// use it afterwards.
+    /// use it afterwards. Hosts close all devices before that, and nobody is told of the end, so
+    /// threads of the plug-in's own use it only while a device is open.
     virtual void setDeviceController(KvSyncCore::DeviceController *controller) = 0;
 
     /// The devices that are open or can be opened.
@@ -68,8 +70,9 @@ public:
 
 Q_SIGNALS:
     /// An event. The core relays all five arguments untouched, on the emitting thread. Whoever
-    /// connects queued by text calls qRegisterMetaType<QVersionNumber>() first: Qt learns the type
-    /// only when it is asked for. The name "verion" is known to tools that read it: keep it.
+    /// connects to it in a process without a SyncCore, across threads, calls
+    /// qRegisterMetaType<QVersionNumber>() first. The name "verion" is known to tools that read it:
+    /// keep it.
     void sendSignals(bool isPub, QString pluginName, QString signalName, QVariantList list,
                      QVersionNumber verion);
 };

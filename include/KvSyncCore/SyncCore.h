@@ -28,11 +28,16 @@ class KVSYNCCORE_EXPORT SyncCore : public QObject
 
 public:
     /// Builds the device side and the command side with the directories "Device" and "Logic".
-    /// No parent: the host owns the object.
+    /// No parent: the host owns the object. From here on Qt knows the type of the signal's version,
+    /// so that every kind of connection delivers it.
     SyncCore();
 
     /// Deletes all devices and unloads the device plug-ins. Command plug-ins stay loaded until the
-    /// process ends; their DeviceController is gone.
+    /// process ends; their DeviceController is gone. So close what openDevices opened first: a
+    /// plug-in may use the controller on threads of its own while a device is open. And no
+    /// operation of a plug-in may be running, here or on another thread; from a slot, call
+    /// deleteLater() instead. While it runs, plug-ins may still emit: slots hear it, but must not
+    /// call this object any more.
     ~SyncCore() override;
 
     /// Sets both plug-in directories, names below the application's folder; a later call replaces
@@ -65,11 +70,10 @@ public:
                      const QList<QVariant> &args, const QVersionNumber &version);
 
 Q_SIGNALS:
-    /// An event of any loaded command plug-in, relayed untouched on the emitting thread. A slot may
-    /// delete this object, also while execute runs, but not while loadCommandPlugin does; it must
-    /// not throw, since Qt does not promise to carry that. Whoever connects queued by text calls
-    /// qRegisterMetaType<QVersionNumber>() first. The name "verion" is known to tools that read it:
-    /// keep it.
+    /// An event of any loaded command plug-in, relayed untouched on the emitting thread. A slot
+    /// must not delete this object: the plug-in that emits may be inside an operation, and goes on
+    /// to use its DeviceController; see docs/threading.md. Nor may it throw, since Qt does not
+    /// promise to carry that. The name "verion" is known to tools that read it: keep it.
     void sendSignals(bool isPub, QString pluginName, QString signalName, QVariantList list,
                      QVersionNumber verion);
 

@@ -27,11 +27,11 @@ enum TriggerMode : int {
 /// One captured image. Whoever receives a pointer to a block owns it and deletes it.
 struct ImageBlock
 {
-    qint32 tag;      ///< what the scanner library wrote beside the image
-    quint16 width;   ///< first dimension, in pixels
-    quint16 height;  ///< second dimension, in pixels
-    quint8 bitDepth; ///< bits of a pixel
-    QByteArray data; ///< rows from the top, without padding
+    qint32 tag = 0;      ///< what the scanner library wrote beside the image
+    quint16 width = 0;   ///< first dimension, in pixels
+    quint16 height = 0;  ///< second dimension, in pixels
+    quint8 bitDepth = 0; ///< bits of a pixel
+    QByteArray data;     ///< rows from the top, without padding
 };
 
 /// A camera capability. It derives from nothing; a device offers it by deriving from it beside

@@ -11,10 +11,10 @@ namespace ProjectorSpace {
 /// Family of a projected pattern. The direct scanner link sends the number as the scanner's
 /// projection work type.
 enum MajorPatternType : int {
-    NoPattern = 0,
-    StripePattern = 1,
-    SpecklePattern = 2,
-    CrossPattern = 3,
+    NoPattern = 0,      ///< dark
+    FlatPattern = 1,    ///< even light without a pattern
+    SpecklePattern = 2, ///< random dots: what a scan projects
+    StripePattern = 3,
 };
 
 /// Variant within a family.

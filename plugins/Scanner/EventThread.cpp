@@ -1,26 +1,22 @@
 #include "EventThread.h"
 
-#include <KvSyncTool/ToolLogger.h>
-#include <QtCore/QDebug>
+#include "Thrown.h"
 
-#include <exception>
+#include <chrono>
 #include <utility>
 
 namespace Scanner {
 
 namespace {
 
-void runOne(const std::function<void()> &event)
-{
-    try {
-        event();
-    } catch (const std::exception &thrown) {
-        qCCritical(KvSyncTool::ToolLogger).nospace()
-            << "A slot of a Scanner event threw: " << thrown.what();
-    }
-}
+constexpr std::chrono::milliseconds quietTime(250);
 
 } // namespace
+
+EventThread::EventThread(Maker threadMaker)
+    : maker(std::move(threadMaker))
+{
+}
 
 EventThread::~EventThread()
 {
@@ -33,13 +29,27 @@ EventThread::~EventThread()
         thread.join();
 }
 
+void EventThread::start()
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (!thread.joinable())
+        thread = maker([this] { run(); });
+}
+
 void EventThread::post(std::function<void()> event)
 {
     {
         const std::lock_guard<std::mutex> lock(mutex);
         waiting.push_back(std::move(event));
-        if (!thread.joinable())
-            thread = std::thread(&EventThread::run, this);
+    }
+    changed.notify_one();
+}
+
+void EventThread::whenQuiet(std::function<void()> check)
+{
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        quietCheck.swap(check);
     }
     changed.notify_one();
 }
@@ -47,30 +57,41 @@ void EventThread::post(std::function<void()> event)
 void EventThread::waitUntilIdle()
 {
     std::unique_lock<std::mutex> lock(mutex);
-    if (thread.get_id() == std::this_thread::get_id())
+    if (!thread.joinable() || thread.get_id() == std::this_thread::get_id())
         return;
-    idle.wait(lock, [this] { return waiting.empty() && !isRunningEvent; });
+    idle.wait(lock, [this] { return waiting.empty() && !isRunningTask; });
 }
 
 void EventThread::run()
 {
     std::unique_lock<std::mutex> lock(mutex);
-    while (true) {
-        changed.wait(lock, [this] { return ending || !waiting.empty(); });
-        if (waiting.empty())
-            return;
-        {
-            const std::function<void()> event = std::move(waiting.front());
-            waiting.pop_front();
-            isRunningEvent = true;
-            lock.unlock();
-            runOne(event);
-        }
+    while (Task task = nextTask(lock)) {
+        isRunningTask = true;
+        lock.unlock();
+        runLogged("A slot of a Scanner event", task);
+        task = nullptr; // what it holds is destroyed without the lock
         lock.lock();
-        isRunningEvent = false;
+        isRunningTask = false;
         if (waiting.empty())
             idle.notify_all();
     }
+}
+
+/// An event, or the check if none came for a while; none at the end.
+EventThread::Task EventThread::nextTask(std::unique_lock<std::mutex> &lock)
+{
+    while (waiting.empty()) {
+        if (ending)
+            return nullptr;
+        if (!quietCheck)
+            changed.wait(lock);
+        else if (changed.wait_for(lock, quietTime) == std::cv_status::timeout && waiting.empty() &&
+                 !ending)
+            return quietCheck;
+    }
+    Task event = std::move(waiting.front());
+    waiting.pop_front();
+    return event;
 }
 
 } // namespace Scanner

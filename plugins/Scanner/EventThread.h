@@ -9,30 +9,45 @@
 
 namespace Scanner {
 
-/// Runs events one after another on a thread of its own, which starts with the first of them. Host
-/// slots run on the thread that emits: this is how they never keep the library's threads waiting.
+/// Runs events one after another on a thread of its own. Host slots run on the thread that emits:
+/// this is how they never keep the library's threads waiting. What an event throws, of whatever
+/// type, is logged: nobody could catch it.
 class EventThread
 {
 public:
-    EventThread() = default;
+    /// How a thread is made; it may throw std::system_error.
+    using Maker = std::function<std::thread(std::function<void()> body)>;
+
+    explicit EventThread(Maker threadMaker);
     EventThread(const EventThread &) = delete;
     EventThread &operator=(const EventThread &) = delete;
     /// Runs what is waiting, then ends the thread.
     ~EventThread();
 
-    /// From any thread; returns at once. What an event throws is logged: nobody could catch it.
+    /// Starts the thread unless it runs; throws what its maker throws.
+    void start();
+    /// From any thread; returns at once. Events wait until the thread is started.
     void post(std::function<void()> event);
-    /// Waits until every event that was posted has run; returns at once on the event thread.
+    /// Runs `check` whenever no event came for a quarter of a second, until another call; an empty
+    /// one ends that.
+    void whenQuiet(std::function<void()> check);
+    /// Waits until every event that was posted has run; returns at once on the event thread, and if
+    /// it was never started.
     void waitUntilIdle();
 
 private:
-    void run();
+    using Task = std::function<void()>;
 
+    void run();
+    Task nextTask(std::unique_lock<std::mutex> &lock);
+
+    const Maker maker;
     std::mutex mutex;
     std::condition_variable changed;
     std::condition_variable idle;
-    std::deque<std::function<void()>> waiting;
-    bool isRunningEvent = false;
+    std::deque<Task> waiting;
+    Task quietCheck;
+    bool isRunningTask = false;
     bool ending = false;
     std::thread thread;
 };

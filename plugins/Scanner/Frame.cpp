@@ -8,8 +8,6 @@ namespace {
 
 constexpr int bitDepth = 8;
 
-} // namespace
-
 QByteArray copyPixels(const unsigned char *pixels, int width, int height)
 {
     const qint64 size = qint64(width) * height;
@@ -18,15 +16,19 @@ QByteArray copyPixels(const unsigned char *pixels, int width, int height)
     return {reinterpret_cast<const char *>(pixels), static_cast<int>(size)};
 }
 
+} // namespace
+
 Frame copyFrame(const std::vector<unsigned char *> &images, int width, int height,
                 const std::vector<int> &numbers)
 {
-    Frame frame;
-    frame.reserve(images.size());
+    Frame frame{std::chrono::steady_clock::now(), {}, true};
+    frame.isWhole = !images.empty() && images.size() >= numbers.size();
+    frame.images.reserve(images.size());
     for (std::size_t i = 0; i < images.size(); ++i) {
         const int number = i < numbers.size() ? numbers[i] : 0;
-        frame.push_back(Image{static_cast<int>(i), number, width, height,
-                              copyPixels(images[i], width, height)});
+        frame.images.push_back(Image{static_cast<int>(i), number, width, height,
+                                     copyPixels(images[i], width, height)});
+        frame.isWhole = frame.isWhole && !frame.images.back().pixels.isEmpty();
     }
     return frame;
 }
@@ -40,38 +42,21 @@ QVariantMap imageMap(const Image &image)
     };
 }
 
-QVariantList imageMaps(const Frame &frame)
+QVariantList imageMaps(const Frame &frame, std::chrono::steady_clock::time_point scanStart)
 {
     QVariantList maps;
-    for (const Image &image : frame)
-        maps.append(imageMap(image));
+    for (const Image &image : frame.images) {
+        QVariantMap map = imageMap(image);
+        map.insert(QStringLiteral("timeMs"), millisecondsBetween(scanStart, frame.arrival));
+        maps.append(map);
+    }
     return maps;
 }
 
-FrameAccount::FrameAccount(int numberBeforeFirst)
-    : lastNumber(numberBeforeFirst)
+double millisecondsBetween(std::chrono::steady_clock::time_point from,
+                           std::chrono::steady_clock::time_point to)
 {
-}
-
-void FrameAccount::add(const Frame &frame)
-{
-    add(frame.empty() ? 0 : frame.front().frame);
-}
-
-void FrameAccount::add(int number)
-{
-    ++deliveredFrames;
-    if (number <= lastNumber)
-        return;
-    droppedFrames += number - lastNumber - 1;
-    lastNumber = number;
-}
-
-QVariantList progressOf(const FrameAccount &account, int frames)
-{
-    return {QVariantMap{{QStringLiteral("delivered"), account.delivered()},
-                        {QStringLiteral("dropped"), account.dropped()},
-                        {QStringLiteral("frames"), frames}}};
+    return std::chrono::duration<double, std::milli>(to - from).count();
 }
 
 } // namespace Scanner

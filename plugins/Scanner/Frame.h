@@ -4,6 +4,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QVariant>
 
+#include <chrono>
 #include <vector>
 
 namespace Scanner {
@@ -19,40 +20,30 @@ struct Image
 };
 
 /// What the library delivers at once: one image of each camera.
-using Frame = std::vector<Image>;
+struct Frame
+{
+    std::chrono::steady_clock::time_point arrival;
+    std::vector<Image> images;
 
-/// Copies what the library's callback was given.
+    bool isWhole; ///< has pixels of every camera
+
+    /// That of the first image; 0 without one.
+    int number() const { return images.empty() ? 0 : images.front().frame; }
+};
+
+/// Copies what the library's callback was given, which arrives now. There is a number for each
+/// image; with fewer images nobody knows which of them is missing.
 Frame copyFrame(const std::vector<unsigned char *> &images, int width, int height,
                 const std::vector<int> &numbers);
 
-/// A copy of `width` x `height` bytes; empty if they cannot be an image.
-QByteArray copyPixels(const unsigned char *pixels, int width, int height);
-
 /// What a host receives: {"camera", "frame", "width", "height", "bitDepth", "data"}.
 QVariantMap imageMap(const Image &image);
-QVariantList imageMaps(const Frame &frame);
+/// The same for all images of a frame, with {"timeMs"} from the scan's start to its arrival.
+QVariantList imageMaps(const Frame &frame, std::chrono::steady_clock::time_point scanStart);
 
-/// Frames of one scan by their numbers: what is missing between two of them was lost on the way.
-class FrameAccount
-{
-public:
-    /// Numbers begin after `numberBeforeFirst`: what is missing before the first was lost too.
-    explicit FrameAccount(int numberBeforeFirst = 0);
-
-    void add(const Frame &frame);
-    void add(int number);
-
-    int delivered() const { return deliveredFrames; }
-    int dropped() const { return droppedFrames; }
-
-private:
-    int lastNumber;
-    int deliveredFrames = 0;
-    int droppedFrames = 0;
-};
-
-/// The payload of "progress": [{"delivered", "dropped", "frames"}].
-QVariantList progressOf(const FrameAccount &account, int frames);
+/// Real milliseconds from one time to a later one.
+double millisecondsBetween(std::chrono::steady_clock::time_point from,
+                           std::chrono::steady_clock::time_point to);
 
 } // namespace Scanner
 

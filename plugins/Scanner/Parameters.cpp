@@ -33,12 +33,34 @@ std::optional<int> Parameters::optionalWholeNumber(const QString &key, int minim
     return wholeNumber(key, minimum, maximum);
 }
 
-bool Parameters::flag(const QString &key) const
+bool Parameters::flag(const QString &key, bool ifMissing) const
 {
-    const QVariant value = values.value(key, false);
+    return flagFrom(values.value(key, ifMissing), QStringLiteral("\"%1\"").arg(key));
+}
+
+QVariantMap Parameters::map(const QString &key) const
+{
+    const QVariant value = values.value(key, QVariantMap());
+    if (value.type() != QVariant::Map)
+        raise(InvalidParameter,
+              QStringLiteral("\"%1\" must be a map, not %2").arg(key, shown(value)));
+    return value.toMap();
+}
+
+void Parameters::allowOnly(const QString &owner, const QStringList &keys) const
+{
+    for (auto entry = values.begin(); entry != values.end(); ++entry) {
+        if (!keys.contains(entry.key()))
+            raise(InvalidParameter, QStringLiteral("%1 has no parameter \"%2\", but %3")
+                                        .arg(owner, entry.key(), keys.join(QStringLiteral(", "))));
+    }
+}
+
+bool flagFrom(const QVariant &value, const QString &name)
+{
     if (value.type() != QVariant::Bool)
         raise(InvalidParameter,
-              QStringLiteral("\"%1\" must be true or false, not %2").arg(key, shown(value)));
+              QStringLiteral("%1 must be true or false, not %2").arg(name, shown(value)));
     return value.toBool();
 }
 

@@ -2,6 +2,7 @@
 #define SCANNER_PARAMETERS_H
 
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 #include <QtCore/QVariant>
 
 #include <optional>
@@ -18,8 +19,12 @@ public:
     QString text(const QString &key) const;
     int wholeNumber(const QString &key, int minimum, int maximum) const;
     std::optional<int> optionalWholeNumber(const QString &key, int minimum, int maximum) const;
-    /// False if the key is missing.
-    bool flag(const QString &key) const;
+    bool flag(const QString &key, bool ifMissing) const;
+    /// Refuses every key but these; `owner` begins the text.
+    void allowOnly(const QString &owner, const QStringList &keys) const;
+    bool has(const QString &key) const { return values.contains(key); }
+    /// Empty if the key is missing.
+    QVariantMap map(const QString &key) const;
 
 private:
     const QVariantMap &values;
@@ -27,6 +32,9 @@ private:
 
 /// `value` as a whole number in the range; `name` is for the text of the failure.
 int wholeNumberFrom(const QVariant &value, const QString &name, int minimum, int maximum);
+
+/// The same for true or false.
+bool flagFrom(const QVariant &value, const QString &name);
 
 /// The same for a number with places behind the point.
 double realNumberFrom(const QVariant &value, const QString &name, double minimum, double maximum);

@@ -8,10 +8,15 @@ namespace {
 
 constexpr qint64 noDevice = 0;
 
+std::thread startThread(std::function<void()> body)
+{
+    return std::thread(std::move(body));
+}
+
 } // namespace
 
 ScannerPlugin::ScannerPlugin()
-    : link(std::make_shared<LinkDevice>(publisher()))
+    : link(std::make_shared<LinkDevice>(publisher(), startThread))
     , plugins(publisher())
 {
 }

@@ -14,13 +14,15 @@
 /// Failures are KvSyncTool::Exception. Any thread may call, several at once; one scan runs on a
 /// device at a time. Events, by signal name and payload:
 ///
-///   frameArrived   one map {"camera", "frame", "width", "height", "bitDepth", "data"} an image
-///   progress       one map {"delivered", "dropped", "frames"}, during captureImage
-///   statusChanged  one map {"first", "second"}: the scanner's two status bytes
+///   frameArrived   one map {"camera", "frame", "width", "height", "bitDepth", "data", "timeMs"} an
+///                  image
+///   progress       the account so far, after each frame of captureImage: see FrameAccount
+///   scanEnded      {"reason", "text", "account"}: complete, stopped, connectionLost or failed
+///   statusChanged  {"first", "second"}: the scanner's two status bytes
 ///
 /// The last only from the direct link. Those of captureImage come on the thread that called it, all
-/// others on a thread of the plug-in's own, where what a slot throws is logged. A slot may call the
-/// plug-in.
+/// others on a thread of the plug-in's own, where what a slot throws is logged, as it is for
+/// scanEnded everywhere. A slot may call the plug-in.
 class ScannerPlugin : public CommandInterface
 {
     Q_OBJECT
@@ -32,8 +34,10 @@ public:
 
     void setDeviceController(KvSyncCore::DeviceController *controller) override;
     /// One map for the scanner of the direct link, if it is open or can be opened: {"serial",
-    /// "connected", "cameras", "fastUsb"} and, if it is open, {"handle"}. Then one for each open
-    /// device of a device plug-in: {"plugin", "version", "index", "name", "types", "handle"}.
+    /// "connected" (open, and its connection not lost), "present" (it answers), "cameras",
+    /// "fastUsb"} and, if it is open, {"handle"}. Then one for each open device of a device
+    /// plug-in:
+    /// {"plugin", "version", "index", "name", "types", "handle"}.
     QVariantList getRunningDevList() override;
     /// {"serial": text}: the scanner of the direct link; an empty text takes the one that is there.
     /// {"plugin": text, "version": text, "index": number}: a device of a device plug-in.

@@ -11,21 +11,35 @@ constexpr int fullScale = 4095; // the scene has 12 bits
 
 using Rgb = std::array<int, 3>;
 
-// What the sensor sees at one of its pixels.
-Rgb sceneAt(int x, int y, int sensor, qint64 frame)
-{
-    constexpr int radius = 60;
-    const int width = static_cast<int>(sensorWidth);
-    const int discX = static_cast<int>((frame * 7 + 100 + qint64(sensor) * 40) % width);
-    const int dx = x - discX;
-    const int dy = y - static_cast<int>(sensorHeight) / 2;
-    if (dx * dx + dy * dy < radius * radius)
-        return {3600, 2400, 1200};
+constexpr Rgb disc = {3600, 2400, 1200};
+constexpr int discRadius = 60;
+constexpr int squareSize = 64;
 
-    const int gradient = 400 + x * 1600 / width;
-    const bool isBrightSquare = ((x / 64 + y / 64) & 1) != 0;
+// What the sensor sees beside the disc.
+Rgb backgroundAt(int x, int y)
+{
+    const int gradient = 400 + x * 1600 / static_cast<int>(sensorWidth);
+    const bool isBrightSquare = ((x / squareSize + y / squareSize) & 1) != 0;
     const int base = isBrightSquare ? gradient + 600 : gradient;
     return {base, base * 3 / 4, base / 2};
+}
+
+struct Span
+{
+    int begin;
+    int end;
+};
+
+// The columns that the disc covers in a row.
+Span discSpan(int y, int sensor, qint64 frame)
+{
+    const int width = static_cast<int>(sensorWidth);
+    const int x = static_cast<int>((frame * 7 + 100 + qint64(sensor) * 40) % width);
+    const int dy = y - static_cast<int>(sensorHeight) / 2;
+    int reach = 0; // columns to the right of the middle, with the middle
+    while (reach * reach + dy * dy < discRadius * discRadius)
+        ++reach;
+    return {x - reach + 1, x + reach};
 }
 
 int exposed(int light, const ImageSettings &settings)
@@ -80,6 +94,16 @@ void appendPixel(QByteArray &image, const Rgb &light, int x, int y, const ImageS
     }
 }
 
+template <typename LightAt>
+QByteArray renderRow(const ImageSettings &settings, int y, LightAt lightAt)
+{
+    const int left = static_cast<int>(settings.offsetX);
+    QByteArray row;
+    for (int x = left; x < left + static_cast<int>(settings.width); ++x)
+        appendPixel(row, lightAt(x), x, y, settings);
+    return row;
+}
+
 } // namespace
 
 int bitDepthOf(CameraSpace::PixelFormatType format)
@@ -103,12 +127,32 @@ QByteArray renderImage(const ImageSettings &settings, int sensor, qint64 frame)
     const int top = static_cast<int>(settings.offsetY);
     const int width = static_cast<int>(settings.width);
     const int height = static_cast<int>(settings.height);
+    const int pixelBytes = bytesPerPixel(settings.format);
 
+    // Rows repeat, the squares every other square and Bayer's colors every other row: a stream must
+    // not take a processor for itself, so each row is computed once.
+    std::array<QByteArray, 4> backgrounds;
+    std::array<QByteArray, 2> discs;
     QByteArray image;
-    image.reserve(width * height * bytesPerPixel(settings.format));
+    image.reserve(width * height * pixelBytes);
     for (int y = top; y < top + height; ++y) {
-        for (int x = left; x < left + width; ++x)
-            appendPixel(image, sceneAt(x, y, sensor, frame), x, y, settings);
+        const std::size_t parity = y % 2 != 0 ? 1 : 0;
+        const std::size_t square = y / squareSize % 2 != 0 ? 2 : 0;
+        QByteArray &background = backgrounds.at(square + parity);
+        if (background.isEmpty())
+            background = renderRow(settings, y, [y](int x) { return backgroundAt(x, y); });
+        image += background;
+
+        const Span span = discSpan(y, sensor, frame);
+        const int begin = std::max(span.begin - left, 0);
+        const int columns = std::min(span.end - left, width) - begin;
+        if (columns <= 0)
+            continue;
+        QByteArray &covered = discs.at(parity);
+        if (covered.isEmpty())
+            covered = renderRow(settings, y, [](int) { return disc; });
+        const QByteArray seen = covered.mid(begin * pixelBytes, columns * pixelBytes);
+        image.replace(((y - top) * width + begin) * pixelBytes, seen.size(), seen);
     }
     return image;
 }

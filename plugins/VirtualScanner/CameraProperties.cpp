@@ -16,14 +16,15 @@ qint64 valueIn(const Values &order)
     return isNumber ? value : -1; // below every range
 }
 
-void describeFrame(Values &values, const ImageSettings &settings, int sensor, qint64 frame)
+void describeFrame(Values &values, const TakenFrame &frame, int sensor)
 {
-    values.insert(QStringLiteral("data"), renderImage(settings, sensor, frame));
+    const ImageSettings &settings = frame.settings;
+    values.insert(QStringLiteral("data"), frame.pixels);
     values.insert(QStringLiteral("width"), settings.width);
     values.insert(QStringLiteral("height"), settings.height);
     values.insert(QStringLiteral("bitDepth"), bitDepthOf(settings.format));
     values.insert(QStringLiteral("format"), static_cast<int>(settings.format));
-    values.insert(QStringLiteral("frame"), frame);
+    values.insert(QStringLiteral("frame"), frame.number);
     values.insert(QStringLiteral("selector"), sensor);
 }
 
@@ -36,7 +37,7 @@ void VirtualCamera::addProperties(PropertyTable &properties)
             QString::fromLatin1(name),
             [this, read](Values &values) {
                 return withSensor("getProperty", selectorIn(values), [&](CameraSensor &sensor) {
-                    values.insert(QStringLiteral("value"), read(sensor.settings));
+                    values.insert(QStringLiteral("value"), read(sensor.settings()));
                     return Success;
                 });
             },
@@ -63,24 +64,41 @@ void VirtualCamera::addProperties(PropertyTable &properties)
 
 ErrorCode VirtualCamera::fetchFrame(Values &values)
 {
-    return gate.runWaiting("getProperty", [&](DeviceGate::Lock &lock) {
+    return gate.runWaiting("getProperty", [&](DeviceGate::Call &call) {
         const int selector = selectorIn(values);
         CameraSensor *const sensor = sensorAt(selector);
         if (!sensor)
             return NoSuchSensor;
         const int timeoutMs = values.value(QStringLiteral("timeoutMs"), 1000).toInt();
-        const auto deadline = Clock::now() + std::chrono::milliseconds(timeoutMs);
-        const auto settled = [&] { return sensor->hasFrame() || !sensor->isStreaming(); };
-        while (!settled() && Clock::now() < deadline) {
-            const ErrorCode code = gate.waitUntil(lock, sensor->nextFrameTime(deadline), settled);
-            if (code != Success)
-                return code;
-        }
-        if (!sensor->hasFrame())
+        ErrorCode code = waitForFrame(call, *sensor, std::chrono::milliseconds(timeoutMs));
+        if (code != Success)
+            return code;
+        // From here on the frame is this caller's, and sure to become ready.
+        const FramePointer frame = sensor->fetchOldest();
+        code = gate.wait(call, [&] { return frame->isReady; });
+        if (code != Success)
+            return code;
+        if (frame->pixels.isEmpty())
             return NoFrame;
-        describeFrame(values, sensor->settings, selector, sensor->takeFrame());
+        describeFrame(values, *frame, selector);
         return Success;
     });
+}
+
+ErrorCode VirtualCamera::waitForFrame(DeviceGate::Call &call, CameraSensor &sensor,
+                                      Clock::duration timeout)
+{
+    const auto deadline = Clock::now() + timeout;
+    const auto settled = [&] {
+        sensor.takeDue(Clock::now());
+        return sensor.hasFrame() || !sensor.isStreaming();
+    };
+    while (!settled() && Clock::now() < deadline) {
+        const ErrorCode code = gate.waitUntil(call, sensor.nextFrameTime(deadline), settled);
+        if (code != Success)
+            return code;
+    }
+    return sensor.hasFrame() ? Success : NoFrame;
 }
 
 ErrorCode VirtualCamera::trigger(const Values &order)

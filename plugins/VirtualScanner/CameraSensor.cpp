@@ -15,24 +15,29 @@ bool fits(unsigned int offset, unsigned int length, unsigned int whole)
 
 } // namespace
 
+const ImageSettings &CameraSensor::settings() const
+{
+    return present;
+}
+
 ErrorCode CameraSensor::setInterestSize(unsigned int width, unsigned int height)
 {
     if (streaming)
         return StreamRunning;
-    if (!fits(settings.offsetX, width, sensorWidth) ||
-        !fits(settings.offsetY, height, sensorHeight))
+    if (!fits(present.offsetX, width, sensorWidth) || !fits(present.offsetY, height, sensorHeight))
         return BadValue;
-    settings.width = width;
-    settings.height = height;
+    present.width = width;
+    present.height = height;
     return Success;
 }
 
 ErrorCode CameraSensor::setOffset(unsigned int x, unsigned int y)
 {
-    if (!fits(x, settings.width, sensorWidth) || !fits(y, settings.height, sensorHeight))
+    if (!fits(x, present.width, sensorWidth) || !fits(y, present.height, sensorHeight))
         return BadValue;
-    settings.offsetX = x;
-    settings.offsetY = y;
+    takeDue(Clock::now()); // with the old offset
+    present.offsetX = x;
+    present.offsetY = y;
     return Success;
 }
 
@@ -42,7 +47,7 @@ ErrorCode CameraSensor::setExposure(qint64 microseconds)
         return BadValue;
     if (streaming)
         return StreamRunning;
-    settings.exposureUs = static_cast<unsigned int>(microseconds);
+    present.exposureUs = static_cast<unsigned int>(microseconds);
     return Success;
 }
 
@@ -50,7 +55,8 @@ ErrorCode CameraSensor::setGain(qint64 steps)
 {
     if (steps < 0 || steps > maximumGain)
         return BadValue;
-    settings.gain = static_cast<unsigned int>(steps);
+    takeDue(Clock::now()); // with the old gain
+    present.gain = static_cast<unsigned int>(steps);
     return Success;
 }
 
@@ -60,7 +66,7 @@ ErrorCode CameraSensor::setPixelFormat(qint64 format)
         return BadValue;
     if (streaming)
         return StreamRunning;
-    settings.format = static_cast<CameraSpace::PixelFormatType>(format);
+    present.format = static_cast<CameraSpace::PixelFormatType>(format);
     return Success;
 }
 
@@ -83,36 +89,18 @@ ErrorCode CameraSensor::start()
 {
     if (streaming)
         return StreamRunning;
+    discard();
     streaming = true;
     startTime = Clock::now();
-    countedFrames = 0;
-    nextFrame = 0;
+    lastNumber = 0;
     return Success;
 }
 
 ErrorCode CameraSensor::stop()
 {
-    countedFrames = framesTaken();
+    takeDue(Clock::now());
     streaming = false;
     return Success;
-}
-
-ErrorCode CameraSensor::trigger(CameraSpace::TriggerMode kind)
-{
-    if (!streaming || mode != kind || kind == CameraSpace::FreeRunning)
-        return WrongTriggerMode;
-    ++countedFrames;
-    return Success;
-}
-
-void CameraSensor::discard()
-{
-    nextFrame = framesTaken();
-}
-
-bool CameraSensor::hasFrame() const
-{
-    return oldestWaiting() < framesTaken();
 }
 
 bool CameraSensor::isStreaming() const
@@ -120,36 +108,81 @@ bool CameraSensor::isStreaming() const
     return streaming;
 }
 
+ErrorCode CameraSensor::trigger(CameraSpace::TriggerMode kind)
+{
+    if (!streaming || mode != kind || kind == CameraSpace::FreeRunning)
+        return WrongTriggerMode;
+    take();
+    return Success;
+}
+
+void CameraSensor::takeDue(Clock::time_point now)
+{
+    if (!streaming || mode != CameraSpace::FreeRunning)
+        return;
+    const qint64 due = (now - startTime) / framePeriod();
+    // After a long time only the last ones are worth the making.
+    lastNumber = std::max(lastNumber, due - bufferedFrames);
+    while (lastNumber < due)
+        take();
+}
+
 Clock::time_point CameraSensor::nextFrameTime(Clock::time_point atLatest) const
 {
-    if (mode != CameraSpace::FreeRunning)
+    if (!streaming || mode != CameraSpace::FreeRunning)
         return atLatest;
-    const Clock::time_point next = startTime + (framesTaken() + 1) * framePeriod();
+    const Clock::time_point next = startTime + (lastNumber + 1) * framePeriod();
     return std::min(atLatest, next);
 }
 
-qint64 CameraSensor::takeFrame()
+void CameraSensor::discard()
 {
-    const qint64 frame = oldestWaiting();
-    nextFrame = frame + 1;
+    takeDue(Clock::now());
+    while (hasFrame())
+        loseOldest();
+}
+
+bool CameraSensor::hasFrame() const
+{
+    return !waiting.empty();
+}
+
+FramePointer CameraSensor::fetchOldest()
+{
+    FramePointer frame = waiting.front();
+    waiting.pop_front();
+    return frame;
+}
+
+FramePointer CameraSensor::nextToRender()
+{
+    if (unrendered.empty())
+        return {};
+    FramePointer frame = unrendered.front();
+    unrendered.pop_front();
     return frame;
 }
 
 Clock::duration CameraSensor::framePeriod() const
 {
-    return std::max(shortestPeriod, std::chrono::microseconds(settings.exposureUs));
+    return std::max(shortestPeriod, std::chrono::microseconds(present.exposureUs));
 }
 
-qint64 CameraSensor::framesTaken() const
+void CameraSensor::take()
 {
-    if (!streaming || mode != CameraSpace::FreeRunning)
-        return countedFrames;
-    return (Clock::now() - startTime) / framePeriod();
+    const auto frame = std::make_shared<TakenFrame>(TakenFrame{++lastNumber, present, {}, false});
+    waiting.push_back(frame);
+    unrendered.push_back(frame);
+    if (waiting.size() > static_cast<std::size_t>(bufferedFrames))
+        loseOldest();
 }
 
-qint64 CameraSensor::oldestWaiting() const
+void CameraSensor::loseOldest()
 {
-    return std::max(nextFrame, framesTaken() - bufferedFrames);
+    const auto rendering = std::find(unrendered.begin(), unrendered.end(), waiting.front());
+    if (rendering != unrendered.end())
+        unrendered.erase(rendering);
+    waiting.pop_front();
 }
 
 } // namespace VirtualScanner

@@ -15,7 +15,7 @@ constexpr ErrorCode codeOf(int number)
 constexpr ErrorCode NotConnected = codeOf(1);    ///< connectDeviceByIndex comes first
 constexpr ErrorCode NoSuchIndex = codeOf(2);     ///< no device stands at that index
 constexpr ErrorCode OtherDevice = codeOf(3);     ///< a device of another kind stands there
-constexpr ErrorCode DeviceVanished = codeOf(4);  ///< the device was told to vanish
+constexpr ErrorCode DeviceVanished = codeOf(4);  ///< the device is gone, or went during the call
 constexpr ErrorCode UnknownDevice = codeOf(5);   ///< not made by this factory, or destroyed
 constexpr ErrorCode UnknownProperty = codeOf(6); ///< no property of that name
 constexpr ErrorCode PropertyNotReadable = codeOf(7);
@@ -33,6 +33,8 @@ constexpr ErrorCode ChannelNotLocked = codeOf(18); ///< not locked, or by anothe
 constexpr ErrorCode UnknownCommand = codeOf(19);
 constexpr ErrorCode NoAnswer = codeOf(20);         ///< no command of that kind was answered
 constexpr ErrorCode BadFirewareImage = codeOf(21); ///< not an image of this controller
+constexpr ErrorCode DeviceInUse = codeOf(22);      ///< another handle is connected with the device
+constexpr ErrorCode NoThread = codeOf(23);         ///< the system has no thread for the stream
 
 } // namespace VirtualScanner
 

@@ -1,19 +1,33 @@
 #include "DeviceGate.h"
 
+#include <utility>
+
 namespace VirtualScanner {
 
-namespace {
-
-QString operationIn(const Values &order)
+DeviceGate::Call::Call(DeviceGate &passedGate)
+    : gate(passedGate)
+    , lock(passedGate.mutex)
+    , lossesAtEntry(passedGate.losses)
 {
-    return order.value(QStringLiteral("operation")).toString();
+    ++gate.calls;
 }
 
-} // namespace
-
-DeviceGate::Lock DeviceGate::lockAlways()
+DeviceGate::Call::~Call()
 {
-    return Lock(mutex);
+    --gate.calls;
+    gate.wake(); // under the lock: afterwards the gate may be gone
+}
+
+bool DeviceGate::Call::isOver() const
+{
+    return gate.losses != lossesAtEntry;
+}
+
+ErrorCode DeviceGate::passAgain(Call &call, const char *step)
+{
+    call.lock.unlock();
+    call.lock.lock();
+    return pass(call, step);
 }
 
 void DeviceGate::wake()
@@ -21,93 +35,67 @@ void DeviceGate::wake()
     changed.notify_all();
 }
 
-ErrorCode DeviceGate::connect()
+DeviceGate::Lock DeviceGate::lock() const
 {
-    const Lock lock(mutex);
-    if (vanished)
-        return DeviceVanished;
-    connected = true;
-    return Success;
+    return Lock(mutex);
+}
+
+void DeviceGate::idleUntil(Lock &held, Clock::time_point deadline)
+{
+    changed.wait_until(held, deadline);
 }
 
 bool DeviceGate::isConnected() const
 {
-    const Lock lock(mutex);
+    const Lock held = lock();
     return connected;
 }
 
-ErrorCode DeviceGate::setFailure(const Values &order)
+void DeviceGate::lose(const Lock &)
 {
-    bool isCode = false;
-    const int code = order.value(QStringLiteral("code")).toInt(&isCode);
-    const int times = order.value(QStringLiteral("times"), -1).toInt();
-    if (!isCode || times == 0)
-        return BadValue;
-    const Lock lock(mutex);
-    if (code == Success)
-        failures.remove(operationIn(order));
-    else
-        failures.insert(operationIn(order), {static_cast<ErrorCode>(code), times});
-    return Success;
-}
-
-ErrorCode DeviceGate::setDelay(const Values &order)
-{
-    bool isNumber = false;
-    const int ms = order.value(QStringLiteral("ms")).toInt(&isNumber);
-    if (!isNumber || ms < 0)
-        return BadValue;
-    const Lock lock(mutex);
-    delaysMs.insert(operationIn(order), ms);
-    return Success;
-}
-
-ErrorCode DeviceGate::setVanished(const Values &order)
-{
-    if (!order.contains(QStringLiteral("vanished")))
-        return BadValue;
-    const Lock lock(mutex);
-    vanished = order.value(QStringLiteral("vanished")).toBool();
     connected = false;
+    ++losses;
+    for (const std::function<void()> &forget : forgetters)
+        forget();
     wake();
-    return Success;
 }
 
-ErrorCode DeviceGate::getVanished(Values &values) const
+void DeviceGate::onLoss(std::function<void()> forget)
 {
-    const Lock lock(mutex);
-    values.insert(QStringLiteral("vanished"), vanished);
-    return Success;
+    forgetters.push_back(std::move(forget));
 }
 
-ErrorCode DeviceGate::enter(Lock &lock, const QString &operation)
+void DeviceGate::close()
 {
-    const std::chrono::milliseconds delay = delayOf(operation);
-    if (delay.count() > 0)
-        waitUntil(lock, Clock::now() + delay, [] { return false; });
-    if (vanished)
+    Lock held = lock();
+    closed = true;
+    lose(held);
+    changed.wait(held, [this] { return calls == 0; });
+}
+
+void DeviceGate::setInspector(Inspector asked)
+{
+    inspector = std::move(asked);
+}
+
+int DeviceGate::callsInside(const Lock &) const
+{
+    return calls;
+}
+
+ErrorCode DeviceGate::admit(Call &call, const char *operation)
+{
+    if (closed || call.isOver())
         return DeviceVanished;
-    if (!connected)
-        return NotConnected;
-    return takeFailure(operation);
+    return inspector ? inspector(call, QString::fromLatin1(operation)) : Success;
 }
 
-std::chrono::milliseconds DeviceGate::delayOf(const QString &operation) const
+ErrorCode DeviceGate::pass(Call &call, const char *operation)
 {
-    return std::chrono::milliseconds(delaysMs.value(operation, delaysMs.value(QString())));
-}
-
-ErrorCode DeviceGate::takeFailure(const QString &operation)
-{
-    auto failure = failures.find(operation);
-    if (failure == failures.end())
-        failure = failures.find(QString());
-    if (failure == failures.end())
-        return Success;
-    const ErrorCode code = failure->code;
-    if (failure->timesLeft > 0 && --failure->timesLeft == 0)
-        failures.erase(failure);
-    return code;
+    const ErrorCode refusal = admit(call, operation);
+    if (refusal != Success)
+        return refusal;
+    return connected ? Success : NotConnected;
 }
 
 } // namespace VirtualScanner

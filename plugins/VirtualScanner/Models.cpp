@@ -2,7 +2,6 @@
 
 #include "VirtualCamera.h"
 #include "VirtualController.h"
-#include "VirtualDevice.h"
 #include "VirtualMotor.h"
 #include "VirtualProjector.h"
 
@@ -66,9 +65,9 @@ public:
 };
 
 template <typename Device>
-std::unique_ptr<VirtualDevice> make(int index)
+DevicePointer make(int index)
 {
-    return std::make_unique<Device>(index);
+    return DevicePointer(new Device(index));
 }
 
 const std::array makers = {&make<Scanner>, &make<SingleCamera>, &make<Turntable>, &make<Marker>};
@@ -80,7 +79,7 @@ int modelCount()
     return static_cast<int>(makers.size());
 }
 
-std::unique_ptr<VirtualDevice> makeDevice(int index)
+DevicePointer makeDevice(int index)
 {
     return makers.at(static_cast<std::size_t>(index))(index);
 }

@@ -24,9 +24,9 @@ MotorSpace::AxisType MotorAxis::type() const
 
 ErrorCode MotorAxis::check(const MotorSpace::RotateInfo &movement) const
 {
-    // Written so that a NaN is refused, too.
+    // Written so that a NaN is refused, too. A slower movement would outlast what the clock counts.
     const double speed = movement.speedDegreesPerSecond;
-    if (!(speed >= 0.0 && speed <= highestSpeed))
+    if (speed != 0.0 && !(speed >= lowestSpeed && speed <= highestSpeed))
         return BadValue;
     if (!(std::abs(movement.angleDegrees) <= longestTurn))
         return BadValue;

@@ -13,6 +13,7 @@ class MotorAxis
 {
 public:
     static constexpr double defaultSpeed = 90.0;  ///< degrees a second
+    static constexpr double lowestSpeed = 0.01;   ///< degrees a second
     static constexpr double highestSpeed = 720.0; ///< degrees a second
     static constexpr double tiltLimit = 45.0;     ///< degrees to both sides; a turntable has none
 

@@ -5,7 +5,12 @@ namespace VirtualScanner {
 VirtualCamera::VirtualCamera(DeviceGate &deviceGate, PropertyTable &properties, int sensorCount)
     : gate(deviceGate)
     , sensors(static_cast<std::size_t>(sensorCount))
+    , delivery(deviceGate, sensors)
 {
+    gate.onLoss([this] {
+        for (CameraSensor &sensor : sensors)
+            sensor = CameraSensor();
+    });
     addProperties(properties);
 }
 
@@ -57,8 +62,8 @@ ErrorCode VirtualCamera::getInterestSize(unsigned int &width, unsigned int &heig
                                          signed char selector)
 {
     return withSensor("getInterestSize", selector, [&](CameraSensor &sensor) {
-        width = sensor.settings.width;
-        height = sensor.settings.height;
+        width = sensor.settings().width;
+        height = sensor.settings().height;
         return Success;
     });
 }
@@ -72,8 +77,8 @@ ErrorCode VirtualCamera::setAOIOffset(unsigned int x, unsigned int y, signed cha
 ErrorCode VirtualCamera::getAOIOffset(unsigned int &x, unsigned int &y, signed char selector)
 {
     return withSensor("getAOIOffset", selector, [&](CameraSensor &sensor) {
-        x = sensor.settings.offsetX;
-        y = sensor.settings.offsetY;
+        x = sensor.settings().offsetX;
+        y = sensor.settings().offsetY;
         return Success;
     });
 }
@@ -81,7 +86,7 @@ ErrorCode VirtualCamera::getAOIOffset(unsigned int &x, unsigned int &y, signed c
 ErrorCode VirtualCamera::getPixelFormat(CameraSpace::PixelFormatType &format, signed char selector)
 {
     return withSensor("getPixelFormat", selector, [&](CameraSensor &sensor) {
-        format = sensor.settings.format;
+        format = sensor.settings().format;
         return Success;
     });
 }
@@ -110,7 +115,12 @@ ErrorCode VirtualCamera::discardFrames(signed char selector)
 
 ErrorCode VirtualCamera::startStream(signed char selector)
 {
-    return withSensor("startStream", selector, [](CameraSensor &sensor) { return sensor.start(); });
+    return withSensor("startStream", selector, [this](CameraSensor &sensor) {
+        if (!delivery.start())
+            return NoThread;
+        gate.wake(); // the delivery waits for the stream's first frame now
+        return sensor.start();
+    });
 }
 
 ErrorCode VirtualCamera::stopStream(signed char selector)

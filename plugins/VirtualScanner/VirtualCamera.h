@@ -1,10 +1,8 @@
 #ifndef VIRTUALSCANNER_VIRTUALCAMERA_H
 #define VIRTUALSCANNER_VIRTUALCAMERA_H
 
-#include "CameraSensor.h"
+#include "FrameDelivery.h"
 #include "PropertyTable.h"
-
-#include <vector>
 
 namespace VirtualScanner {
 
@@ -49,10 +47,12 @@ private:
 
     void addProperties(PropertyTable &properties);
     ErrorCode fetchFrame(Values &values);
+    ErrorCode waitForFrame(DeviceGate::Call &call, CameraSensor &sensor, Clock::duration timeout);
     ErrorCode trigger(const Values &order);
 
     DeviceGate &gate;
     std::vector<CameraSensor> sensors;
+    FrameDelivery delivery; ///< last, so that its thread ends before what it uses
 };
 
 } // namespace VirtualScanner

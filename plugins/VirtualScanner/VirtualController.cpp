@@ -1,5 +1,7 @@
 #include "VirtualController.h"
 
+#include <atomic>
+
 namespace VirtualScanner {
 
 namespace {
@@ -18,11 +20,21 @@ bool isFirewareImage(const QByteArray &image)
            image.size() <= VirtualController::largestFirewareBytes;
 }
 
+// The calling thread's number. The system's own id will not do: it names another thread once the
+// first has ended.
+quint64 callerNumber()
+{
+    static std::atomic<quint64> last{0};
+    thread_local const quint64 own = ++last;
+    return own;
+}
+
 } // namespace
 
 VirtualController::VirtualController(DeviceGate &deviceGate, PropertyTable &properties)
     : gate(deviceGate)
 {
+    gate.onLoss([this] { forget(); });
     properties.add(QStringLiteral("fireware"),
                    [this](Values &values) { return getFireware(values); });
 }
@@ -30,15 +42,18 @@ VirtualController::VirtualController(DeviceGate &deviceGate, PropertyTable &prop
 ErrorCode VirtualController::updateFireware(ControllerSpace::FirewareType type,
                                             const QByteArray &image)
 {
-    ErrorCode code = gate.run("updateFireware", [&] { return beginUpdate(type, image); });
-    if (code != Success)
+    return gate.runWaiting("updateFireware", [&](DeviceGate::Call &call) {
+        ErrorCode code = beginUpdate(type, image);
+        if (code != Success)
+            return code;
+        code = writeAllSteps(call);
+        if (call.isOver())
+            return code; // forgotten with everything else; another update may be on its way
+        updating = false;
+        if (code == Success)
+            firewareVersions.insert(type, static_cast<unsigned char>(image.at(markBytes)));
         return code;
-    code = writeAllSteps();
-    const DeviceGate::Lock lock = gate.lockAlways();
-    updating = false;
-    if (code == Success)
-        firewareVersions.insert(type, static_cast<unsigned char>(image.at(markBytes)));
-    return code;
+    });
 }
 
 ErrorCode VirtualController::sendCommand(ControllerSpace::CmdType type, const QByteArray &payload)
@@ -64,9 +79,9 @@ ErrorCode VirtualController::lockCommandChannel()
 {
     return gate.run("lockCommandChannel", [&] {
         // Its own holder is refused, too: one unlock gives the channel back.
-        if (updating || channelOwner != std::thread::id())
+        if (updating || channelOwner != nobody)
             return ChannelBusy;
-        channelOwner = std::this_thread::get_id();
+        channelOwner = callerNumber();
         return Success;
     });
 }
@@ -74,17 +89,16 @@ ErrorCode VirtualController::lockCommandChannel()
 ErrorCode VirtualController::unlockCommandChannel()
 {
     return gate.run("unlockCommandChannel", [&] {
-        if (channelOwner != std::this_thread::get_id())
+        if (channelOwner != callerNumber())
             return ChannelNotLocked;
-        channelOwner = std::thread::id();
+        channelOwner = nobody;
         return Success;
     });
 }
 
 bool VirtualController::isChannelFree() const
 {
-    return !updating &&
-           (channelOwner == std::thread::id() || channelOwner == std::this_thread::get_id());
+    return !updating && (channelOwner == nobody || channelOwner == callerNumber());
 }
 
 ErrorCode VirtualController::beginUpdate(ControllerSpace::FirewareType type,
@@ -100,20 +114,26 @@ ErrorCode VirtualController::beginUpdate(ControllerSpace::FirewareType type,
     return Success;
 }
 
-ErrorCode VirtualController::writeAllSteps()
+ErrorCode VirtualController::writeAllSteps(DeviceGate::Call &call)
 {
     // One pass of the gate a step: other threads read the progress in between.
-    bool isComplete = false;
-    while (!isComplete) {
-        const ErrorCode code = gate.run("firewareStep", [&] {
-            bytesWritten = qMin(bytesWritten + firewareStepBytes, bytesTotal);
-            isComplete = bytesWritten == bytesTotal;
-            return Success;
-        });
+    while (bytesWritten < bytesTotal) {
+        const ErrorCode code = gate.passAgain(call, "firewareStep");
         if (code != Success)
             return code;
+        bytesWritten = qMin(bytesWritten + firewareStepBytes, bytesTotal);
     }
     return Success;
+}
+
+void VirtualController::forget()
+{
+    channelOwner = nobody;
+    settings.clear();
+    answers.clear();
+    updating = false;
+    bytesTotal = 0;
+    bytesWritten = 0;
 }
 
 ErrorCode VirtualController::execute(ControllerSpace::CmdType type, const QList<QByteArray> &words)

@@ -5,8 +5,6 @@
 
 #include "KvSyncDevice/ControllerInterface.h"
 
-#include <thread>
-
 namespace VirtualScanner {
 
 /// The controller capability.
@@ -17,7 +15,8 @@ namespace VirtualScanner {
 /// kind once.
 ///
 /// A caller is a thread. While one holds the channel, the operations of the channel and firmware
-/// updates of every other answer ChannelBusy at once.
+/// updates of every other answer ChannelBusy at once. A thread that ends with the channel locked
+/// leaves it so, until the device is lost. A lost device keeps its firmware and nothing else.
 class VirtualController : public ControllerSpace::ControllerInterface
 {
 public:
@@ -36,9 +35,12 @@ public:
     ErrorCode unlockCommandChannel() override;
 
 private:
+    static constexpr quint64 nobody = 0;
+
     bool isChannelFree() const;
     ErrorCode beginUpdate(ControllerSpace::FirewareType type, const QByteArray &image);
-    ErrorCode writeAllSteps();
+    ErrorCode writeAllSteps(DeviceGate::Call &call);
+    void forget();
     ErrorCode execute(ControllerSpace::CmdType type, const QList<QByteArray> &words);
     ErrorCode control(const QList<QByteArray> &words);
     ErrorCode query(const QList<QByteArray> &words);
@@ -46,7 +48,7 @@ private:
     ErrorCode getFireware(Values &values);
 
     DeviceGate &gate;
-    std::thread::id channelOwner; ///< none: the channel is free
+    quint64 channelOwner = nobody;
     QMap<QByteArray, QByteArray> settings;
     QMap<ControllerSpace::CmdType, QByteArray> answers;
     QMap<ControllerSpace::FirewareType, int> firewareVersions;

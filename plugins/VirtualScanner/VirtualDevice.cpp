@@ -2,23 +2,50 @@
 
 #include "Models.h"
 
+#include <atomic>
+
 namespace VirtualScanner {
+
+namespace {
+
+std::atomic<quint32> takenPlaces{0};
+
+} // namespace
+
+Seat::Seat(int placeIndex)
+    : place(quint32(1) << placeIndex)
+{
+}
+
+Seat::~Seat()
+{
+    leave();
+}
+
+bool Seat::take()
+{
+    if (!isTaken)
+        isTaken = (takenPlaces.fetch_or(place) & place) == 0;
+    return isTaken;
+}
+
+void Seat::leave()
+{
+    if (isTaken)
+        takenPlaces.fetch_and(~place);
+    isTaken = false;
+}
 
 VirtualDevice::VirtualDevice(int index, const QString &name, BaseDeviceSpace::DeviceTypes types)
     : ownIndex(index)
     , deviceName(name)
     , deviceTypes(types)
+    , seat(index)
 {
-    // Faults and facts pass no gate: they work while the device is unconnected, failing or gone.
+    deviceGate.onLoss([this] { seat.leave(); });
+    // Facts pass no gate: they can be had before the connection and after its loss.
     deviceProperties.add(QStringLiteral("info"),
                          [this](Values &values) { return getInfo(values); });
-    deviceProperties.add(QStringLiteral("fail"), {},
-                         [this](const Values &order) { return deviceGate.setFailure(order); });
-    deviceProperties.add(QStringLiteral("slow"), {},
-                         [this](const Values &order) { return deviceGate.setDelay(order); });
-    deviceProperties.add(
-        QStringLiteral("vanish"), [this](Values &values) { return deviceGate.getVanished(values); },
-        [this](const Values &order) { return deviceGate.setVanished(order); });
 }
 
 QString VirtualDevice::name()
@@ -33,12 +60,14 @@ QFlags<BaseDeviceSpace::DeviceType> VirtualDevice::types()
 
 ErrorCode VirtualDevice::connectDeviceByIndex(int index)
 {
-    if (index < 0 || index >= modelCount())
-        return NoSuchIndex;
-    // An object is of one kind from its making: the core found its capabilities by its type.
-    if (index != ownIndex)
-        return OtherDevice;
-    return deviceGate.connect();
+    return deviceGate.connect("connectDeviceByIndex", [&] {
+        if (index < 0 || index >= modelCount())
+            return NoSuchIndex;
+        // An object is of one kind from its making: the core found its capabilities by its type.
+        if (index != ownIndex)
+            return OtherDevice;
+        return seat.take() ? Success : DeviceInUse;
+    });
 }
 
 ErrorCode VirtualDevice::getProperty(const QString &property, Values &values)
@@ -51,6 +80,16 @@ ErrorCode VirtualDevice::setProperty(const QString &property, const Values &valu
     return deviceProperties.set(property, values);
 }
 
+void VirtualDevice::extend(void (*extension)(DeviceGate &, PropertyTable &))
+{
+    extension(deviceGate, deviceProperties);
+}
+
+void VirtualDevice::end()
+{
+    deviceGate.close();
+}
+
 ErrorCode VirtualDevice::getInfo(Values &values) const
 {
     values.insert(QStringLiteral("name"), deviceName);
@@ -60,6 +99,12 @@ ErrorCode VirtualDevice::getInfo(Values &values) const
     values.insert(QStringLiteral("types"), static_cast<int>(deviceTypes));
     values.insert(QStringLiteral("connected"), deviceGate.isConnected());
     return Success;
+}
+
+void DeviceEnd::operator()(VirtualDevice *device) const
+{
+    device->end();
+    delete device;
 }
 
 } // namespace VirtualScanner

@@ -28,6 +28,10 @@ VirtualMotor::VirtualMotor(DeviceGate &deviceGate, PropertyTable &properties,
     : gate(deviceGate)
     , axes(axisTypes.begin(), axisTypes.end())
 {
+    gate.onLoss([this] {
+        for (MotorAxis &axis : axes)
+            axis = MotorAxis(axis.type());
+    });
     properties.add(QStringLiteral("position"),
                    [this](Values &values) { return getPosition(values); });
 }
@@ -56,7 +60,7 @@ ErrorCode VirtualMotor::rotate(const QList<MotorSpace::RotateInfo> &movements)
 
 ErrorCode VirtualMotor::waitMotorStop(const QList<MotorSpace::AxisType> &types)
 {
-    return gate.runWaiting("waitMotorStop", [&](DeviceGate::Lock &lock) {
+    return gate.runWaiting("waitMotorStop", [&](DeviceGate::Call &call) {
         const std::vector<MotorAxis *> chosen = select(types);
         if (chosen.empty())
             return NoSuchAxis;
@@ -64,7 +68,7 @@ ErrorCode VirtualMotor::waitMotorStop(const QList<MotorSpace::AxisType> &types)
             // Again after each wake: another caller may have stopped the axis, or moved it on.
             while (axis->isMoving()) {
                 const auto isStill = [axis] { return !axis->isMoving(); };
-                const ErrorCode code = gate.waitUntil(lock, axis->arrivalTime(), isStill);
+                const ErrorCode code = gate.waitUntil(call, axis->arrivalTime(), isStill);
                 if (code != Success)
                     return code;
             }

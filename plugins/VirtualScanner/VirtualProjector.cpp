@@ -5,6 +5,7 @@ namespace VirtualScanner {
 VirtualProjector::VirtualProjector(DeviceGate &deviceGate, PropertyTable &properties)
     : gate(deviceGate)
 {
+    gate.onLoss([this] { light = {}; });
     properties.add(QStringLiteral("pattern"),
                    [this](Values &values) { return getPattern(values); });
     properties.add(QStringLiteral("scan"), [this](Values &values) { return getScan(values); });
@@ -13,7 +14,7 @@ VirtualProjector::VirtualProjector(DeviceGate &deviceGate, PropertyTable &proper
 ErrorCode VirtualProjector::projectorPWM(bool on)
 {
     return gate.run("projectorPWM", [&] {
-        pwmOn = on;
+        light.pwmOn = on;
         return Success;
     });
 }
@@ -21,7 +22,7 @@ ErrorCode VirtualProjector::projectorPWM(bool on)
 ErrorCode VirtualProjector::currentProjectorPWM(bool &on)
 {
     return gate.run("currentProjectorPWM", [&] {
-        on = pwmOn;
+        on = light.pwmOn;
         return Success;
     });
 }
@@ -29,7 +30,7 @@ ErrorCode VirtualProjector::currentProjectorPWM(bool &on)
 ErrorCode VirtualProjector::projectorLEDSwitch(bool on)
 {
     return gate.run("projectorLEDSwitch", [&] {
-        ledOn = on;
+        light.ledOn = on;
         return Success;
     });
 }
@@ -37,7 +38,7 @@ ErrorCode VirtualProjector::projectorLEDSwitch(bool on)
 ErrorCode VirtualProjector::currentProjectorLEDSwitch(bool &on)
 {
     return gate.run("currentProjectorLEDSwitch", [&] {
-        on = ledOn;
+        on = light.ledOn;
         return Success;
     });
 }
@@ -46,7 +47,7 @@ ErrorCode VirtualProjector::setProjectorLuminance(unsigned char red, unsigned ch
                                                   unsigned char blue)
 {
     return gate.run("setProjectorLuminance", [&] {
-        luminance = {red, green, blue};
+        light.luminance = {red, green, blue};
         return Success;
     });
 }
@@ -55,9 +56,9 @@ ErrorCode VirtualProjector::getProjectorLuminance(unsigned char &red, unsigned c
                                                   unsigned char &blue)
 {
     return gate.run("getProjectorLuminance", [&] {
-        red = luminance[0];
-        green = luminance[1];
-        blue = luminance[2];
+        red = light.luminance[0];
+        green = light.luminance[1];
+        blue = light.luminance[2];
         return Success;
     });
 }
@@ -67,8 +68,8 @@ ErrorCode VirtualProjector::scan(ProjectorSpace::ScanType type, bool on)
     return gate.run("scan", [&] {
         if (type < ProjectorSpace::SingleScan || type > ProjectorSpace::ContinuousScan)
             return BadValue;
-        scanning = on;
-        scanType = type;
+        light.isScanning = on;
+        light.scanType = type;
         return Success;
     });
 }
@@ -117,8 +118,8 @@ ErrorCode VirtualProjector::getPattern(Values &values)
 ErrorCode VirtualProjector::getScan(Values &values)
 {
     return gate.run("getProperty", [&] {
-        values.insert(QStringLiteral("on"), scanning);
-        values.insert(QStringLiteral("type"), static_cast<int>(scanType));
+        values.insert(QStringLiteral("on"), light.isScanning);
+        values.insert(QStringLiteral("type"), static_cast<int>(light.scanType));
         return Success;
     });
 }

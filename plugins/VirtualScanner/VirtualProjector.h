@@ -10,7 +10,7 @@
 namespace VirtualScanner {
 
 /// The projector capability. It keeps what it is told; the patterns in its flash memory can be read
-/// back as a property.
+/// back as a property, and outlive a loss of the device.
 class VirtualProjector : public ProjectorSpace::ProjectorInterface
 {
 public:
@@ -45,16 +45,22 @@ private:
         QByteArray pixels;
     };
 
+    /// What a projector without power forgets.
+    struct Light
+    {
+        bool pwmOn = false;
+        bool ledOn = false;
+        bool isScanning = false;
+        ProjectorSpace::ScanType scanType = ProjectorSpace::SingleScan;
+        std::array<unsigned char, 3> luminance = {128, 128, 128};
+    };
+
     bool fits(int index, int width, int height, const QByteArray &pattern) const;
     ErrorCode getPattern(Values &values);
     ErrorCode getScan(Values &values);
 
     DeviceGate &gate;
-    bool pwmOn = false;
-    bool ledOn = false;
-    bool scanning = false;
-    ProjectorSpace::ScanType scanType = ProjectorSpace::SingleScan;
-    std::array<unsigned char, 3> luminance = {128, 128, 128};
+    Light light;
     QMap<int, Pattern> flash; ///< by place
 };
 

@@ -1,6 +1,7 @@
 #include "VirtualScannerFactory.h"
 
 #include "Models.h"
+#include "faults/FaultInjection.h"
 
 namespace VirtualScanner {
 
@@ -12,7 +13,8 @@ int VirtualScannerFactory::enumDevices()
 BaseDeviceSpace::DeviceInterface *VirtualScannerFactory::createDevice()
 {
     const std::lock_guard<std::mutex> locker(mutex);
-    std::unique_ptr<VirtualDevice> device = makeDevice(nextIndex);
+    DevicePointer device = makeDevice(nextIndex);
+    device->extend(injectFaults); // not in a driver
     nextIndex = (nextIndex + 1) % modelCount();
     BaseDeviceSpace::DeviceInterface *const address = device.get();
     devices.emplace(address, std::move(device));
@@ -21,7 +23,7 @@ BaseDeviceSpace::DeviceInterface *VirtualScannerFactory::createDevice()
 
 ErrorCode VirtualScannerFactory::destroyDevice(BaseDeviceSpace::DeviceInterface *&device)
 {
-    std::unique_ptr<VirtualDevice> doomed; // ends after the lock is given back
+    DevicePointer doomed; // ends, and waits for its callers, after the lock is given back
     const std::lock_guard<std::mutex> locker(mutex);
     const auto found = devices.find(device);
     if (found == devices.end())

@@ -6,7 +6,6 @@
 #include "KvSyncDevice/IFactory.h"
 
 #include <map>
-#include <memory>
 #include <mutex>
 
 namespace VirtualScanner {
@@ -28,7 +27,7 @@ public:
 private:
     std::mutex mutex;
     int nextIndex = 0;
-    std::map<BaseDeviceSpace::DeviceInterface *, std::unique_ptr<VirtualDevice>> devices;
+    std::map<BaseDeviceSpace::DeviceInterface *, DevicePointer> devices;
 };
 
 } // namespace VirtualScanner

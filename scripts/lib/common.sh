@@ -53,3 +53,12 @@ source_version() {
 use_ccache() {
     export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
 }
+
+# configure PRESET [cmake options...]: tells what it does only if it fails.
+configure() {
+    mkdir -p build
+    cmake --preset "$@" >"build/$1.log" 2>&1 || {
+        cat "build/$1.log" >&2
+        return 1
+    }
+}

@@ -24,7 +24,8 @@ RETSTATUS Tessel3Sync::GetCamerasInformation(const char *name, std::vector<char 
                                              std::vector<bool> &flags, int &count)
 {
     return Request("GetCamerasInformation")
-        .with(name, serials, a, b, flags)
+        // The lists are the host's variables, whatever stands in them; they may not be read.
+        .with(name)
         .out("serials", serials)
         .out("a", a)
         .out("b", b)
@@ -61,16 +62,23 @@ RETSTATUS Tessel3Sync::ConnectDevice(const char *mode, const char *extra,
                 return refusal(NullArgument);
             if (std::strcmp(mode, scanningMode) != 0)
                 return refusal(UnknownMode);
-            if (!simulator.attached)
-                return refusal(UnknownScanner);
             std::vector<CameraKind> cameras;
-            const RETSTATUS status = chooseCameras(simulator, serials, a, b, cameras);
+            const auto find = [&] {
+                if (!simulator.isAttached())
+                    return refusal(UnknownScanner);
+                cameras.clear();
+                return chooseCameras(simulator, serials, a, b, cameras);
+            };
+            RETSTATUS status = find();
             if (status != Success)
                 return status;
-            // A host that connects again gets a new connection; the old handle is void.
-            simulator.disconnect(lock);
-            device = simulator.connect(cameras);
-            return Success;
+            // A host that connects again gets a new connection; the old handle is void. The scanner
+            // may be another one, or none, once nothing runs over the old connection any more.
+            simulator.disconnectAll(lock);
+            status = find();
+            if (status == Success)
+                device = simulator.connect(cameras);
+            return status;
         });
 }
 

@@ -10,11 +10,7 @@ RETSTATUS Tessel3Sync::SetScanCallBackFunction(void *&device, ScanCallBack funct
         .with(reinterpret_cast<const void *>(function), context)
         .evenIfLost()
         .run([&](Simulator &simulator, Lock &lock) {
-            simulator.connection.callbacks.scan = function;
-            simulator.connection.callbacks.scanContext = context;
-            if (!function)
-                simulator.connection.trigger.lingering = false;
-            simulator.frames.awaitCallback(lock);
+            simulator.setScanCallback(lock, function, context);
             return Success;
         });
 }
@@ -26,9 +22,7 @@ RETSTATUS Tessel3Sync::SetStatusCallBackFunction(void *&device, StatusCallBack f
         .with(reinterpret_cast<const void *>(function), context)
         .evenIfLost()
         .run([&](Simulator &simulator, Lock &lock) {
-            simulator.connection.callbacks.status = function;
-            simulator.connection.callbacks.statusContext = context;
-            simulator.frames.awaitCallback(lock);
+            simulator.setStatusCallback(lock, function, context);
             return Success;
         });
 }
@@ -112,10 +106,10 @@ RETSTATUS Tessel3Sync::SetVideoTriggerPeriod(void *&device, int period)
     return Request("SetVideoTriggerPeriod", device)
         .with(period)
         .run([&](Simulator &simulator, Lock &) {
-            const RETSTATUS status =
-                setIfIn(1, period, MaximumTriggerPeriodMs, simulator.connection.trigger.periodMs);
-            simulator.frames.wake();
-            return status;
+            if (!isIn(1, period, MaximumTriggerPeriodMs))
+                return refusal(OutOfRange);
+            simulator.setTriggerPeriod(period);
+            return Success;
         });
 }
 
@@ -124,7 +118,7 @@ RETSTATUS Tessel3Sync::GetVideoTriggerPeriod(void *&device, int &period)
     return Request("GetVideoTriggerPeriod", device)
         .out("period", period)
         .run([&](Simulator &simulator, Lock &) {
-            period = simulator.connection.trigger.periodMs;
+            period = simulator.connection.triggerPeriodMs;
             return Success;
         });
 }

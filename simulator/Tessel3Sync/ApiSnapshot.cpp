@@ -2,6 +2,7 @@
 #include "Picture.h"
 #include "Ranges.h"
 #include "Request.h"
+#include "render/ViewCache.h"
 
 using namespace Tessel3SyncSimulator;
 
@@ -17,7 +18,7 @@ Shot snapshotShot(const Simulator &simulator, const ConnectedCamera &camera, boo
     shot.width = simulator.setup.width;
     shot.height = simulator.setup.height;
     shot.seed = simulator.setup.seed;
-    shot.tableDegrees = simulator.tableDegrees;
+    shot.tableDegrees = simulator.tableAngle();
     shot.purpose = Purpose::Snapshot;
     shot.light = simulator.connection.light;
     shot.light.strobeRoute = strobe;
@@ -28,7 +29,7 @@ Shot snapshotShot(const Simulator &simulator, const ConnectedCamera &camera, boo
 
 Snapshot takeSnapshot(const Shot &shot)
 {
-    const auto view = viewFor(viewKey(shot, CameraKind::Color));
+    const auto view = ViewCache::instance().view(viewKey(shot, CameraKind::Color));
     const LightPowers powers = lightPowers(shot.light, shot.purpose);
     Snapshot snapshot;
     for (Channel plane : planes) {
@@ -55,8 +56,8 @@ RETSTATUS Tessel3Sync::SnapColorImage(void *&device, std::vector<unsigned char *
 {
     Simulator &scanner = Simulator::instance();
     ImageOutput imageOutput{images, scanner.connection.snapshot};
-    return Request("SnapColorImage", device)
-        .with(static_cast<int>(images.size()), fifth, static_cast<int>(route))
+    Request request("SnapColorImage", device);
+    return request.with(static_cast<int>(images.size()), fifth, static_cast<int>(route))
         .out("images", imageOutput)
         .out("dimension1", dimension1)
         .out("dimension2", dimension2)
@@ -73,12 +74,13 @@ RETSTATUS Tessel3Sync::SnapColorImage(void *&device, std::vector<unsigned char *
                 return refusal(OutOfRange);
             ++simulator.connection.snapshots;
             const Shot shot = snapshotShot(simulator, *camera, route != 0);
-            const void *handle = simulator.connection.handle;
             lock.unlock();
             Snapshot snapshot = takeSnapshot(shot);
             lock.lock();
-            if (simulator.connection.handle != handle)
-                return refusal(UnknownHandle);
+            simulator.catchUp();
+            const RETSTATUS status = request.check(simulator);
+            if (status != Success)
+                return status;
 
             simulator.connection.snapshot = std::move(snapshot);
             images.clear();

@@ -46,7 +46,7 @@ RETSTATUS checkName(const Simulator &simulator, const char *name)
     if (!name)
         return refusal(NullArgument);
     const bool ours = *name == '\0' || std::strcmp(name, scannerName) == 0;
-    return simulator.attached && ours ? Success : refusal(UnknownScanner);
+    return simulator.isAttached() && ours ? Success : refusal(UnknownScanner);
 }
 
 RETSTATUS chooseCameras(const Simulator &simulator, const std::vector<char *> &serials,

@@ -4,9 +4,10 @@
 
 #include "Outputs.h"
 #include "Settings.h"
+#include "scanner/TimeSource.h"
 
-#include <cstdint>
 #include <deque>
+#include <map>
 #include <vector>
 
 namespace Tessel3SyncSimulator {
@@ -15,18 +16,6 @@ struct ConnectedCamera
 {
     CameraKind kind;
     CameraSettings settings;
-};
-
-struct Trigger
-{
-    bool enabled = false;
-    bool lingering = false; ///< switched off, but frames go on coming: hostile mode
-    int mode = Tessel3Sync::CAMERA_TRIGGER_MODE_NO_COLOR;
-    int periodMs = 0;
-    int session = 0; ///< changes with every enabling, so that an old frame knows it is late
-    int frame = 0;   ///< number of the last frame produced in this session
-
-    bool runs() const { return enabled || lingering; }
 };
 
 /// What the status callback tells: a StatusEvent and what belongs to it.
@@ -50,9 +39,10 @@ struct Connection
     bool camerasOpen = false;
     std::vector<ConnectedCamera> cameras;
     LightSettings light;
-    Trigger trigger;
+    int triggerPeriodMs = 0;
     Callbacks callbacks;
-    std::deque<StatusBytes> events; ///< not delivered yet
+    std::deque<StatusBytes> events;                      ///< not delivered yet
+    std::multimap<TimePoint, StatusBytes> plannedEvents; ///< not come to pass yet
     Snapshot snapshot;
     int snapshots = 0;
 };

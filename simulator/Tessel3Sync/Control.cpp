@@ -9,13 +9,10 @@ namespace Tessel3SyncSimulator {
 
 namespace {
 
-constexpr int smallestSide = 16;
-constexpr int largestSide = 4096;
-
 void check(const ScannerSetup &setup)
 {
-    if (!isIn(smallestSide, setup.width, largestSide) ||
-        !isIn(smallestSide, setup.height, largestSide))
+    if (!isIn(MinimumSide, setup.width, MaximumSide) ||
+        !isIn(MinimumSide, setup.height, MaximumSide))
         throw std::invalid_argument("the simulator's images have 16 to 4096 pixels a side");
     if (!isIn(1, setup.triggerPeriodMs, MaximumTriggerPeriodMs))
         throw std::invalid_argument("the trigger period is 1 to 3600000 milliseconds");
@@ -24,11 +21,15 @@ void check(const ScannerSetup &setup)
         throw std::invalid_argument("the scanner has each kind of camera at most once");
 }
 
-void usePlan(const Script &plan)
+void usePlan(const FaultPlan &plan)
 {
     Simulator &simulator = Simulator::instance();
-    Lock lock(simulator.mutex);
-    simulator.plan = plan;
+    Lock lock = simulator.enter();
+    if (plan.scanner && simulator.connection.handle)
+        throw std::invalid_argument(
+            "fault plan: scanner: cannot be replaced while a host is connected");
+    simulator.plan = plan.script;
+    simulator.setup = plan.scanner.value_or(simulator.setup);
     simulator.planError.clear();
 }
 
@@ -38,42 +39,50 @@ void reset(const ScannerSetup &setup)
 {
     check(setup);
     Simulator &simulator = Simulator::instance();
-    Lock lock(simulator.mutex);
-    simulator.reset(lock, setup);
+    Lock lock = simulator.enter();
+    simulator.reset(lock);
+    simulator.setup = setup;
+}
+
+void reset()
+{
+    Simulator &simulator = Simulator::instance();
+    Lock lock = simulator.enter();
+    simulator.reset(lock);
 }
 
 ScannerSetup setup()
 {
     Simulator &simulator = Simulator::instance();
-    Lock lock(simulator.mutex);
+    Lock lock = simulator.enter();
     return simulator.setup;
 }
 
 std::vector<Call> calls()
 {
     Simulator &simulator = Simulator::instance();
-    Lock lock(simulator.mutex);
+    Lock lock = simulator.enter();
     return simulator.recorder.calls();
 }
 
 void clearCalls()
 {
     Simulator &simulator = Simulator::instance();
-    Lock lock(simulator.mutex);
+    Lock lock = simulator.enter();
     simulator.recorder.clearCalls();
 }
 
 int callCount(const std::string &function)
 {
     Simulator &simulator = Simulator::instance();
-    Lock lock(simulator.mutex);
+    Lock lock = simulator.enter();
     return simulator.recorder.count(function);
 }
 
 void script(const std::string &function, int call, const Answer &answer)
 {
     Simulator &simulator = Simulator::instance();
-    Lock lock(simulator.mutex);
+    Lock lock = simulator.enter();
     const bool every = call == EveryCall;
     simulator.script.add(function, Occasion{every ? 1 : call, every}, answer);
 }
@@ -81,38 +90,38 @@ void script(const std::string &function, int call, const Answer &answer)
 void scriptFrame(int frame, const FrameFault &fault)
 {
     Simulator &simulator = Simulator::instance();
-    Lock lock(simulator.mutex);
+    Lock lock = simulator.enter();
     simulator.script.add(Occasion{frame, false}, fault);
 }
 
 void setFaultPlan(const std::string &json)
 {
-    usePlan(readFaultPlan(json));
+    usePlan(readFaultPlan(json, setup()));
 }
 
 void loadFaultPlan(const std::string &file)
 {
-    usePlan(loadFaultPlan(std::filesystem::u8path(file)));
+    usePlan(loadFaultPlan(std::filesystem::u8path(file), setup()));
 }
 
 void setHostile(bool hostile)
 {
     Simulator &simulator = Simulator::instance();
-    Lock lock(simulator.mutex);
+    Lock lock = simulator.enter();
     simulator.script.hostile = hostile;
 }
 
 void sendStatus(unsigned char first, unsigned char second)
 {
     Simulator &simulator = Simulator::instance();
-    Lock lock(simulator.mutex);
+    Lock lock = simulator.enter();
     simulator.sendStatus(first, second);
 }
 
 void setAttached(bool attached)
 {
     Simulator &simulator = Simulator::instance();
-    Lock lock(simulator.mutex);
+    Lock lock = simulator.enter();
     if (attached)
         simulator.attach();
     else
@@ -122,7 +131,7 @@ void setAttached(bool attached)
 void setUserInformationFile(const std::string &file)
 {
     Simulator &simulator = Simulator::instance();
-    Lock lock(simulator.mutex);
+    Lock lock = simulator.enter();
     simulator.userInformation =
         file.empty() ? UserInformation() : UserInformation(std::filesystem::u8path(file));
 }
@@ -130,8 +139,8 @@ void setUserInformationFile(const std::string &file)
 Account account()
 {
     Simulator &simulator = Simulator::instance();
-    Lock lock(simulator.mutex);
-    return simulator.frames.account();
+    Lock lock = simulator.enter();
+    return simulator.account();
 }
 
 } // namespace Tessel3SyncSimulator

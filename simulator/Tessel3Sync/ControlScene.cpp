@@ -1,7 +1,7 @@
 // The turntable, and the truth about the pictures.
 #include "Simulator.h"
 #include "render/Calibration.h"
-#include "render/View.h"
+#include "render/ViewCache.h"
 
 #include <cmath>
 #include <stdexcept>
@@ -15,8 +15,8 @@ constexpr double largestAngle = 3600000.0;
 std::vector<float> depthsAt(CameraKind camera, const ScannerSetup &setup, double degrees)
 {
     const ViewKey key{camera, setup.width, setup.height, setup.seed, degrees};
-    // A past scene is made for this once; the remembered one stays for the frames to come.
-    return viewIsReady(key) ? viewFor(key)->depths : View(key).depths;
+    const auto view = ViewCache::instance().readyView(key);
+    return view ? view->depths : depthsOf(key);
 }
 
 } // namespace
@@ -26,15 +26,15 @@ void setTurntableAngle(double degrees)
     if (!(std::abs(degrees) <= largestAngle))
         throw std::invalid_argument("the turntable's angle must lie within 3600000 degrees of 0");
     Simulator &simulator = Simulator::instance();
-    Lock lock(simulator.mutex);
+    Lock lock = simulator.enter();
     simulator.turnTable(degrees);
 }
 
 double turntableAngle()
 {
     Simulator &simulator = Simulator::instance();
-    Lock lock(simulator.mutex);
-    return simulator.tableDegrees;
+    Lock lock = simulator.enter();
+    return simulator.tableAngle();
 }
 
 Calibration calibration(CameraKind camera)
@@ -46,9 +46,9 @@ Calibration calibration(CameraKind camera)
 std::vector<float> trueDepth(CameraKind camera, int frame)
 {
     Simulator &simulator = Simulator::instance();
-    Lock lock(simulator.mutex);
+    Lock lock = simulator.enter();
     const ScannerSetup setup = simulator.setup;
-    const double degrees = simulator.tableDegreesAt(frame);
+    const double degrees = simulator.tableAngleAt(frame);
     lock.unlock();
     return depthsAt(camera, setup, degrees);
 }

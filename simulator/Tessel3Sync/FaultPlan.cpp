@@ -1,7 +1,9 @@
 #include "FaultPlan.h"
 
 #include "Files.h"
+#include "PlanEvents.h"
 #include "PlanOutputs.h"
+#include "PlanScanner.h"
 #include "StrictJson.h"
 
 #include <limits>
@@ -60,17 +62,41 @@ void readCallFault(Members &members, Script &script)
     script.add(name, occasion, answer);
 }
 
+std::optional<int> integerIfThere(Members &members, const char *name)
+{
+    if (!members.has(name))
+        return std::nullopt;
+    return members.integer(name, std::numeric_limits<int>::min());
+}
+
+Numbering numberingOf(const std::string &word)
+{
+    if (word == "twice")
+        return Numbering::Twice;
+    if (word == "swapped")
+        return Numbering::Swapped;
+    if (word == "skipped")
+        return Numbering::Skipped;
+    fail(R"("number" must be "twice", "swapped" or "skipped")");
+}
+
 void readFrameFault(Members &members, Script &script)
 {
     FrameFault fault;
     readFault(members, fault);
     fault.drop = members.flag("drop") || members.has("hangMs");
+    fault.nullImage = integerIfThere(members, "nullImage");
+    fault.missingImage = integerIfThere(members, "missingImage");
+    fault.toldWidth = integerIfThere(members, "width");
+    fault.toldHeight = integerIfThere(members, "height");
+    if (members.has("number"))
+        fault.numbering = numberingOf(members.text("number"));
     const Occasion occasion = occasionOf(members, "frame", "everyFrame");
     members.refuseOthers();
     script.add(occasion, fault);
 }
 
-void readEntry(const Json &entry, Script &script)
+void readFaultEntry(const Json &entry, Script &script)
 {
     Members members(entry);
     if (members.has("function"))
@@ -81,48 +107,63 @@ void readEntry(const Json &entry, Script &script)
         fail(R"(needs "function", "frame" or "everyFrame")");
 }
 
-void readEntries(const Json &list, Script &script)
+void readEntries(Members &plan, const char *name, void (*read)(const Json &entry, Script &script),
+                 Script &script)
 {
+    if (!plan.has(name))
+        return;
+    const Json &list = plan.list(name);
     for (std::size_t i = 0; i < list.size(); ++i) {
         try {
-            readEntry(list[i], script);
+            read(list[i], script);
         } catch (const std::invalid_argument &error) {
-            fail("faults[" + std::to_string(i) + "]: " + error.what());
+            fail(name + ("[" + std::to_string(i)) + "]: " + error.what());
         }
     }
 }
 
-Script scriptOf(const std::string &text)
+ScannerSetup plannedScanner(const Json &object, const ScannerSetup &present)
 {
-    Script script;
-    const Json plan = parsedJson(text);
-    Members members(plan);
-    script.hostile = members.flag("hostile");
-    if (members.has("faults"))
-        readEntries(members.list("faults"), script);
+    try {
+        return setupOf(object, present);
+    } catch (const std::invalid_argument &error) {
+        fail(std::string("scanner: ") + error.what());
+    }
+}
+
+FaultPlan planOf(const std::string &text, const ScannerSetup &present)
+{
+    FaultPlan plan;
+    const Json json = parsedJson(text);
+    Members members(json);
+    if (members.has("scanner"))
+        plan.scanner = plannedScanner(members.member("scanner"), present);
+    plan.script.hostile = members.flag("hostile");
+    readEntries(members, "faults", readFaultEntry, plan.script);
+    readEntries(members, "events", readEvent, plan.script);
     members.refuseOthers();
-    return script;
+    return plan;
 }
 
 } // namespace
 
-Script readFaultPlan(const std::string &json)
+FaultPlan readFaultPlan(const std::string &json, const ScannerSetup &present)
 {
     try {
-        return scriptOf(json);
+        return planOf(json, present);
     } catch (const std::invalid_argument &error) {
         fail(std::string("fault plan: ") + error.what());
     }
 }
 
-Script loadFaultPlan(const std::filesystem::path &file)
+FaultPlan loadFaultPlan(const std::filesystem::path &file, const ScannerSetup &present)
 {
     const std::string name = "fault plan " + file.u8string();
     const auto text = fileContent(file);
     if (!text)
         fail(name + " cannot be read");
     try {
-        return scriptOf(*text);
+        return planOf(*text, present);
     } catch (const std::invalid_argument &error) {
         fail(name + ": " + error.what());
     }

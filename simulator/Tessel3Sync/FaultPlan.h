@@ -4,15 +4,23 @@
 #include "Script.h"
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace Tessel3SyncSimulator {
 
-/// Reads a fault plan. Throws std::invalid_argument with a text that says what is wrong and where.
-Script readFaultPlan(const std::string &json);
+struct FaultPlan
+{
+    Script script;
+    std::optional<ScannerSetup> scanner; ///< if the plan describes it
+};
+
+/// Reads a fault plan; what it does not say of the scanner that it describes is as in `present`.
+/// Throws std::invalid_argument with a text that says what is wrong and where.
+FaultPlan readFaultPlan(const std::string &json, const ScannerSetup &present);
 
 /// The same from a file, which the text then names.
-Script loadFaultPlan(const std::filesystem::path &file);
+FaultPlan loadFaultPlan(const std::filesystem::path &file, const ScannerSetup &present);
 
 } // namespace Tessel3SyncSimulator
 

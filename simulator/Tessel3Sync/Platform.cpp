@@ -43,4 +43,10 @@ std::optional<std::filesystem::path> pathFromEnvironment(const char *variable)
 
 #endif
 
+std::optional<std::string> textFromEnvironment(const char *variable)
+{
+    const auto held = pathFromEnvironment(variable);
+    return held ? std::make_optional(held->u8string()) : std::nullopt;
+}
+
 } // namespace Tessel3SyncSimulator

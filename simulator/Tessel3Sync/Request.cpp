@@ -1,8 +1,5 @@
 #include "Request.h"
 
-#include <chrono>
-#include <thread>
-
 namespace Tessel3SyncSimulator {
 
 namespace {
@@ -50,7 +47,7 @@ RETSTATUS Request::check(const Simulator &simulator) const
     const RETSTATUS status = simulator.checkHandle(*device);
     if (status != Success)
         return status;
-    if (!simulator.attached && !whileLost)
+    if (!simulator.isAttached() && !whileLost)
         return refusal(ConnectionLost);
     if (cameras && !simulator.connection.camerasOpen)
         return refusal(CamerasClosed);
@@ -60,7 +57,7 @@ RETSTATUS Request::check(const Simulator &simulator) const
 RETSTATUS Request::run(const Body &body)
 {
     Simulator &simulator = Simulator::instance();
-    Lock lock(simulator.mutex);
+    Lock lock = simulator.enter();
     if (device)
         call.arguments.insert(call.arguments.begin(), deviceText(simulator, *device));
     const int number = simulator.recorder.record(call);
@@ -70,11 +67,8 @@ RETSTATUS Request::run(const Body &body)
     // A copy: the script may change while the call waits.
     const Answer *planned = simulator.answerTo(call.function, number);
     const Answer answer = planned ? *planned : Answer();
-    if (answer.delayMs > 0) {
-        lock.unlock();
-        std::this_thread::sleep_for(std::chrono::milliseconds(answer.delayMs));
-        lock.lock();
-    }
+    if (answer.delayMs > 0)
+        simulator.pass(lock, answer.delayMs);
     if (answer.disconnect)
         simulator.detach(answer.backAfterMs);
     const RETSTATUS status = serve(simulator, lock, answer, body);

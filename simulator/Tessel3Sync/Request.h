@@ -52,6 +52,9 @@ public:
 
     RETSTATUS run(const Body &body);
 
+    /// Whether the connection is as the call needs it; for a body that released the mutex, too.
+    RETSTATUS check(const Simulator &simulator) const;
+
 private:
     struct Output
     {
@@ -60,8 +63,6 @@ private:
     };
 
     RETSTATUS serve(Simulator &simulator, Lock &lock, const Answer &answer, const Body &body);
-    RETSTATUS check(const Simulator &simulator) const;
-
     Call call;
     std::optional<void *> device;
     bool cameras = false;

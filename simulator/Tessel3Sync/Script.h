@@ -2,6 +2,8 @@
 #ifndef TESSEL3SYNCSIMULATOR_SCRIPT_H
 #define TESSEL3SYNCSIMULATOR_SCRIPT_H
 
+#include "Connection.h"
+
 #include <Tessel3SyncSimulator/Control.h>
 
 #include <map>
@@ -16,6 +18,8 @@ struct Occasion
 {
     int number;
     bool repeated;
+
+    bool includes(int n) const { return repeated ? n % number == 0 : n == number; }
 };
 
 /// What happens at which occasions. A single one goes before repeated ones, a later entry before an
@@ -57,15 +61,28 @@ public:
     void add(const std::string &name, const Occasion &occasion, const Answer &answer);
     void add(const Occasion &occasion, const FrameFault &fault);
 
+    /// A status event when a frame has become due, in every scan, or so long after every
+    /// connecting.
+    void addEvent(const Occasion &frame, const StatusBytes &event);
+    void addEvent(int afterMs, const StatusBytes &event);
+
+    /// Those of one frame, in the order in which they were added.
+    std::vector<StatusBytes> eventsAt(int frame) const;
+    /// By the milliseconds after which they come.
+    const std::multimap<int, StatusBytes> &timedEvents() const { return timed; }
+
     /// Null if the call, or the frame, is to be as it is by itself.
     const Answer *find(const std::string &function, int call) const;
     const FrameFault *find(int frame) const;
 
     bool hostile = false;
+    bool skipsNumbers = false; ///< some frame's, with consequences for all later ones
 
 private:
     std::map<std::string, Schedule<Answer>> answers;
     Schedule<FrameFault> frames;
+    std::vector<std::pair<Occasion, StatusBytes>> frameEvents;
+    std::multimap<int, StatusBytes> timed;
 };
 
 } // namespace Tessel3SyncSimulator

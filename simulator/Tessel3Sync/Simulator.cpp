@@ -1,8 +1,10 @@
 #include "Simulator.h"
 
 #include "FaultPlan.h"
+#include "PlanScanner.h"
 #include "Platform.h"
 
+#include <algorithm>
 #include <iostream>
 #include <stdexcept>
 
@@ -24,10 +26,16 @@ void Simulator::readEnvironment()
 {
     plan = Script();
     planError.clear();
+    setup = ScannerSetup();
     const auto planFile = pathFromEnvironment(FaultPlanVariable);
+    const auto scanner = textFromEnvironment(ScannerVariable);
     try {
-        if (planFile)
-            plan = loadFaultPlan(*planFile);
+        const FaultPlan planned = planFile ? loadFaultPlan(*planFile, setup) : FaultPlan();
+        ScannerSetup described = planned.scanner.value_or(setup);
+        if (scanner)
+            described = setupFromVariable(*scanner, described);
+        setup = described;
+        plan = planned.script;
     } catch (const std::invalid_argument &error) {
         planError = error.what();
         std::cerr << "Tessel3Sync simulator: " << planError << std::endl;
@@ -36,35 +44,80 @@ void Simulator::readEnvironment()
     userInformation = informationFile ? UserInformation(*informationFile) : UserInformation();
 }
 
-void Simulator::reset(Lock &lock, const ScannerSetup &newSetup)
+Lock Simulator::enter()
 {
-    disconnect(lock);
-    setup = newSetup;
+    Lock lock(mutex);
+    catchUp();
+    return lock;
+}
+
+void Simulator::catchUp()
+{
+    if (backAt && now() >= *backAt)
+        attach();
+    auto &planned = connection.plannedEvents;
+    while (!planned.empty() && planned.begin()->first <= now()) {
+        const StatusBytes event = planned.begin()->second;
+        planned.erase(planned.begin());
+        sendStatus(event.first, event.second);
+    }
+    if (scan)
+        scan->clock.advance(now());
+}
+
+void Simulator::pass(Lock &lock, int milliseconds)
+{
+    time->pass(lock, std::chrono::milliseconds(milliseconds));
+    catchUp();
+}
+
+void Simulator::useForTests(TimeSource &otherTime, PictureSource &otherPictures)
+{
+    time = &otherTime;
+    frames.usePictures(otherPictures);
+}
+
+void Simulator::reset(Lock &lock)
+{
+    disconnectAll(lock);
     attached = true;
     backAt.reset();
     tableDegrees = 0.0;
+    tableTurns.clear();
     recorder = CallRecorder();
     script = Script();
-    frames.clearAccount();
+    counted = Account();
     readEnvironment();
 }
 
 void *Simulator::connect(const std::vector<CameraKind> &cameras)
 {
+    endSession();
     connection = Connection();
     connection.handle = &handles.emplace_back();
     connection.camerasOpen = true;
-    connection.trigger.periodMs = setup.triggerPeriodMs;
+    connection.triggerPeriodMs = setup.triggerPeriodMs;
     for (CameraKind kind : cameras)
         connection.cameras.push_back({kind, CameraSettings()});
+    for (const auto &[afterMs, event] : plan.timedEvents())
+        connection.plannedEvents.emplace(now() + std::chrono::milliseconds(afterMs), event);
+    time->wake(frames);
     return connection.handle;
 }
 
 void Simulator::disconnect(Lock &lock)
 {
+    endSession();
     connection = Connection();
-    frames.wake();
-    frames.awaitIdle(lock);
+    frames.awaitCallback(lock);
+    catchUp();
+}
+
+void Simulator::disconnectAll(Lock &lock)
+{
+    do {
+        disconnect(lock);
+    } while (connection.handle);
 }
 
 RETSTATUS Simulator::checkHandle(void *handle) const
@@ -74,44 +127,72 @@ RETSTATUS Simulator::checkHandle(void *handle) const
     return handle == connection.handle ? Success : refusal(UnknownHandle);
 }
 
+void Simulator::setScanCallback(Lock &lock, Tessel3Sync::ScanCallBack function, void *context)
+{
+    connection.callbacks.scan = function;
+    connection.callbacks.scanContext = context;
+    if (!function && scan && scan->lingering)
+        endSession();
+    frames.awaitCallback(lock);
+}
+
+void Simulator::setStatusCallback(Lock &lock, Tessel3Sync::StatusCallBack function, void *context)
+{
+    connection.callbacks.status = function;
+    connection.callbacks.statusContext = context;
+    frames.awaitCallback(lock);
+}
+
+void Simulator::setTriggerPeriod(int milliseconds)
+{
+    connection.triggerPeriodMs = milliseconds;
+    if (scan)
+        scan->clock.setPeriod(now(), std::chrono::milliseconds(milliseconds));
+    time->wake(frames);
+}
+
 void Simulator::startTrigger(int mode)
 {
-    Trigger &trigger = connection.trigger;
-    trigger.enabled = true;
-    trigger.lingering = false;
-    trigger.mode = mode;
-    trigger.session = ++sessions;
-    trigger.frame = 0;
-    tableTurns = {{1, tableDegrees}};
-    frames.start();
+    endSession();
+    tableTurns.clear();
+    const std::chrono::milliseconds period(connection.triggerPeriodMs);
+    scan = std::make_shared<ScanSession>(mode, SessionClock(now(), period, *this, counted));
+    time->wake(frames);
 }
 
 void Simulator::stopTrigger()
 {
-    connection.trigger.enabled = false;
-    connection.trigger.lingering = false;
-    frames.wake();
+    endSession();
+    time->wake(frames);
 }
 
 void Simulator::switchTriggerOff()
 {
-    const bool lingering = isHostile() && connection.trigger.runs() && connection.callbacks.scan;
-    stopTrigger();
-    connection.trigger.lingering = lingering;
+    if (scan && isHostile() && connection.callbacks.scan)
+        scan->lingering = true;
+    else
+        stopTrigger();
+}
+
+void Simulator::endSession()
+{
+    if (scan)
+        scan->clock.stop(now());
+    scan.reset();
 }
 
 void Simulator::detach(std::optional<int> backAfterMs)
 {
     backAt.reset();
     if (backAfterMs)
-        backAt = std::chrono::steady_clock::now() + std::chrono::milliseconds(*backAfterMs);
+        backAt = now() + std::chrono::milliseconds(*backAfterMs);
     if (attached) {
         attached = false;
         connection.camerasOpen = false;
-        stopTrigger();
+        endSession();
         sendStatus(ConnectionEvent, ConnectionIsLost);
     }
-    frames.start();
+    time->wake(frames);
 }
 
 void Simulator::attach()
@@ -128,36 +209,71 @@ void Simulator::sendStatus(unsigned char first, unsigned char second)
     if (!connection.handle)
         return;
     connection.events.push_back({first, second});
-    frames.start();
+    time->wake(frames);
 }
 
-void Simulator::turnTable(double degrees)
+std::optional<TimePoint> Simulator::nextChange() const
 {
-    tableDegrees = degrees;
-    tableTurns[connection.trigger.frame + 1] = degrees;
+    const auto &planned = connection.plannedEvents;
+    if (planned.empty())
+        return backAt;
+    return std::min(planned.begin()->first, backAt.value_or(TimePoint::max()));
 }
 
-double Simulator::tableDegreesAt(int frame) const
+std::optional<StatusBytes> Simulator::takeEvent()
 {
-    const auto next = tableTurns.upper_bound(frame);
-    return next == tableTurns.begin() ? tableDegrees : std::prev(next)->second;
+    if (connection.events.empty())
+        return std::nullopt;
+    const StatusBytes event = connection.events.front();
+    connection.events.pop_front();
+    return event;
+}
+
+Shot Simulator::shot() const
+{
+    const bool color = scan && scan->mode != Tessel3Sync::CAMERA_TRIGGER_MODE_NO_COLOR;
+    Shot shot;
+    shot.width = setup.width;
+    shot.height = setup.height;
+    shot.seed = setup.seed;
+    shot.tableDegrees = tableDegrees;
+    shot.purpose = color ? Purpose::ColorScan : Purpose::Scan;
+    shot.light = connection.light;
+    for (const ConnectedCamera &camera : connection.cameras) {
+        if (color || camera.kind != CameraKind::Color)
+            shot.cameras.push_back(camera);
+    }
+    return shot;
+}
+
+Shot Simulator::takeDown(int first, int last)
+{
+    tableTurns.takeDown(first, last, tableDegrees);
+    for (int frame = first; frame <= last; ++frame) {
+        for (const StatusBytes &event : plan.eventsAt(frame))
+            sendStatus(event.first, event.second);
+    }
+    return shot();
+}
+
+FrameFault Simulator::faultOf(int frame) const
+{
+    const FrameFault *scripted = script.find(frame);
+    const FrameFault *fault = scripted ? scripted : plan.find(frame);
+    return fault ? *fault : FrameFault();
+}
+
+int Simulator::numberTold(int frame) const
+{
+    return toldNumber(
+        frame, [this](int number) { return faultOf(number); },
+        script.skipsNumbers || plan.skipsNumbers);
 }
 
 const Answer *Simulator::answerTo(const std::string &function, int call) const
 {
     const Answer *scripted = script.find(function, call);
     return scripted ? scripted : plan.find(function, call);
-}
-
-const FrameFault *Simulator::faultOf(int frame) const
-{
-    const FrameFault *scripted = script.find(frame);
-    return scripted ? scripted : plan.find(frame);
-}
-
-bool Simulator::isHostile() const
-{
-    return script.hostile || plan.hostile;
 }
 
 } // namespace Tessel3SyncSimulator

@@ -78,6 +78,21 @@ int Members::integer(const char *name, int lowest)
     return number;
 }
 
+std::int64_t Members::integerIn(const char *name, std::int64_t lowest, std::int64_t highest)
+{
+    constexpr auto largest = std::uint64_t{std::numeric_limits<std::int64_t>::max()};
+    const Json &value = member(name);
+    if (!value.is_number_integer())
+        fail(quoted(name) + " must be an integer");
+    // On its own, as in isInteger.
+    const bool isHuge = value.is_number_unsigned() && value.get<std::uint64_t>() > largest;
+    const auto number = value.get<std::int64_t>();
+    if (isHuge || number < lowest || number > highest)
+        fail(quoted(name) + " must be " + std::to_string(lowest) + " to " +
+             std::to_string(highest));
+    return number;
+}
+
 std::string Members::text(const char *name)
 {
     const Json &value = member(name);

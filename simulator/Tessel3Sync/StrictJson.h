@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <cstdint>
 #include <set>
 #include <string>
 
@@ -31,6 +32,7 @@ public:
     const nlohmann::json &member(const char *name);
 
     int integer(const char *name, int lowest);
+    std::int64_t integerIn(const char *name, std::int64_t lowest, std::int64_t highest);
     std::string text(const char *name);
     const nlohmann::json &list(const char *name);
 

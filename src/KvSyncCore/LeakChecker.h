@@ -1,13 +1,17 @@
 #ifndef KVSYNCCORE_LEAKCHECKER_H
 #define KVSYNCCORE_LEAKCHECKER_H
 
+// GCC says it by a macro, clang by a feature.
 #if defined(__SANITIZE_ADDRESS__)
-#include <sanitizer/lsan_interface.h>
+#define KVSYNC_LEAK_CHECKER
 #elif defined(__has_feature)
 #if __has_feature(address_sanitizer)
-#include <sanitizer/lsan_interface.h>
-#define __SANITIZE_ADDRESS__ 1
+#define KVSYNC_LEAK_CHECKER
 #endif
+#endif
+
+#if defined(KVSYNC_LEAK_CHECKER)
+#include <sanitizer/lsan_interface.h>
 #endif
 
 namespace KvSyncCore {
@@ -16,7 +20,7 @@ namespace KvSyncCore {
 /// purpose. Without a leak checker it does nothing.
 inline void keepUntilProcessEnd([[maybe_unused]] const void *object)
 {
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(KVSYNC_LEAK_CHECKER)
     __lsan_ignore_object(object);
 #endif
 }

@@ -2,6 +2,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
+#include <QtCore/QPluginLoader>
 
 namespace KvSyncCore::PluginFile {
 
@@ -88,6 +89,13 @@ void moveHighestBuildToFront(QStringList &fileNames)
 void moveHighestVersionToFront(QStringList &fileNames)
 {
     moveHighestToFront(fileNames, versionOf);
+}
+
+QObject *rootObject(QPluginLoader &loader)
+{
+    // instance() alone does not count a loader that finds the module loaded already.
+    loader.load();
+    return loader.instance();
 }
 
 } // namespace KvSyncCore::PluginFile

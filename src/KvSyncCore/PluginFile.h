@@ -5,6 +5,9 @@
 #include <QtCore/QStringList>
 #include <QtCore/QVersionNumber>
 
+class QObject;
+class QPluginLoader;
+
 // Plug-in files are called <name>.<major>.<minor>.<build>.dll, on every platform. A name that holds
 // a dot shifts the numbers; authors know it, and callers depend on it.
 namespace KvSyncCore::PluginFile {
@@ -34,6 +37,10 @@ QVersionNumber versionOf(const QString &fileName);
 /// Puts the first file with the highest build, or the highest version, in front by swapping.
 void moveHighestBuildToFront(QStringList &fileNames);
 void moveHighestVersionToFront(QStringList &fileNames);
+
+/// The root object, made if need be; null on failure, which the loader then explains. The loader
+/// counts as a user of the file from then on: nobody else's unload() takes the object away.
+QObject *rootObject(QPluginLoader &loader);
 
 } // namespace KvSyncCore::PluginFile
 

@@ -2,11 +2,26 @@
 
 #include "SyncCorePrivate.h"
 
+#include <QtCore/QMetaMethod>
+
 namespace KvSyncCore {
+
+namespace {
+
+// Qt learns QVersionNumber only when it asks the signal for it, and for some kinds of connection it
+// never asks: an automatic one to another thread would then lose every event.
+void registerTypeOfVersion()
+{
+    constexpr int versionArgument = 4;
+    QMetaMethod::fromSignal(&SyncCore::sendSignals).parameterType(versionArgument);
+}
+
+} // namespace
 
 SyncCore::SyncCore()
     : d(new SyncCorePrivate)
 {
+    registerTypeOfVersion();
     // The two texts differ by a blank; normalisation makes them one signature.
     QObject::connect(d, "2sendSignals(bool, QString, QString, QVariantList,QVersionNumber)", this,
                      "2sendSignals(bool, QString, QString, QVariantList, QVersionNumber)",

@@ -4,7 +4,8 @@ namespace KvSyncTool {
 
 const QLoggingCategory &ToolLogger()
 {
-    static const QLoggingCategory category("KvSyncTool");
+    // Never destroyed: whoever ends after this library's statics may still log.
+    static const auto &category = *new QLoggingCategory("KvSyncTool");
     return category;
 }
 

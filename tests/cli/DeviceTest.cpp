@@ -33,10 +33,13 @@ protected:
     /// Triggered frames: nothing is dropped, however slow the machine is.
     QStringList capture(const QStringList &further, int index = 1) const
     {
-        return device(QStringList{"capture", "--frames", "2", "--period", "1", "--out", out()} +
+        return device(QStringList{"capture", "--frames", "2", "--period", "1", "--overwrite",
+                                  "--out", out()} +
                           patiently() + further,
                       index);
     }
+
+    static QString deviceFolder() { return QFileInfo(logicFolder()).path() + "/Device"; }
 
     QString out() const { return folder.filePath("frames"); }
     QString written(const QString &file) const { return out() + QLatin1Char('/') + file; }
@@ -126,9 +129,9 @@ TEST_F(KvsyncDevice, CaptureWritesEveryFrameAndAContactSheet)
     const QJsonObject report = jsonOf(capture({}, 0));
     EXPECT_EQ(
         QDir(out()).entryList(QDir::Files, QDir::Name),
-        (QStringList{"contact-sheet.png", "frame-00000-camera-0.png", "frame-00000-camera-1.png",
-                     "frame-00001-camera-0.png", "frame-00001-camera-1.png"}));
-    EXPECT_EQ(QImage(written("frame-00001-camera-1.png")).size(), QSize(640, 480));
+        (QStringList{"contact-sheet.png", "frame-00001-camera-0.png", "frame-00001-camera-1.png",
+                     "frame-00002-camera-0.png", "frame-00002-camera-1.png", "scan.json"}));
+    EXPECT_EQ(QImage(written("frame-00002-camera-1.png")).size(), QSize(640, 480));
     EXPECT_EQ(report.value("produced"), QJsonValue(2));
     EXPECT_EQ(report.value("delivered"), QJsonValue(2));
     EXPECT_EQ(report.value("dropped"), QJsonValue(0));
@@ -138,25 +141,40 @@ TEST_F(KvsyncDevice, CaptureWritesEveryFrameAndAContactSheet)
 TEST_F(KvsyncDevice, CaptureTakesOneSensorAlone)
 {
     EXPECT_EQ(textOf(capture({"--camera", "1"}, 0)).find("camera 0"), std::string::npos);
-    EXPECT_TRUE(QFileInfo::exists(written("frame-00001-camera-1.png")));
-    EXPECT_FALSE(QFileInfo::exists(written("frame-00001-camera-0.png")));
+    EXPECT_TRUE(QFileInfo::exists(written("frame-00002-camera-1.png")));
+    EXPECT_FALSE(QFileInfo::exists(written("frame-00002-camera-0.png")));
 }
 
 TEST_F(KvsyncDevice, CaptureWritesColorImages)
 {
     textOf(capture({"--color"}));
-    const QImage image(written("frame-00000-camera-0.png"));
+    const QImage image(written("frame-00001-camera-0.png"));
     EXPECT_FALSE(image.isGrayscale());
     EXPECT_EQ(image.size(), QSize(640, 480));
+}
+
+TEST_F(KvsyncDevice, TheContactSheetOfAColorCaptureIsInColor)
+{
+    textOf(capture({}));
+    EXPECT_EQ(QImage(written("contact-sheet.png")).format(), QImage::Format_Grayscale8);
+    textOf(capture({"--color"}));
+    const QImage sheet(written("contact-sheet.png"));
+    const QImage image(written("frame-00001-camera-0.png"));
+    ASSERT_FALSE(sheet.isGrayscale());
+    // The first picture is 200 pixels wide and begins at 24, 24.
+    const QPoint place(100, 75);
+    const QRgb small = sheet.pixel(QPoint(24, 24) + place);
+    const QRgb large = image.scaledToWidth(200, Qt::SmoothTransformation).pixel(place);
+    EXPECT_EQ(small, large);
 }
 
 TEST_F(KvsyncDevice, CaptureWritesAllTheBitsOfAPixel)
 {
     textOf(capture({"--set", "pixelFormat=2"}));
-    const QImage deep(written("frame-00000-camera-0.png"));
+    const QImage deep(written("frame-00001-camera-0.png"));
     ASSERT_EQ(deep.format(), QImage::Format_Grayscale16);
     textOf(capture({}));
-    const QImage flat(written("frame-00000-camera-0.png"));
+    const QImage flat(written("frame-00001-camera-0.png"));
     ASSERT_EQ(flat.format(), QImage::Format_Grayscale8);
     int mostApart = 0;
     for (int row = 0; row < flat.height(); ++row) {
@@ -171,19 +189,20 @@ TEST_F(KvsyncDevice, CaptureWritesAllTheBitsOfAPixel)
 TEST_F(KvsyncDevice, CaptureSetsTheCameraFirst)
 {
     textOf(capture({"--set", "camera0.size=[64, 48]"}));
-    EXPECT_EQ(QImage(written("frame-00000-camera-0.png")).size(), QSize(64, 48));
+    EXPECT_EQ(QImage(written("frame-00001-camera-0.png")).size(), QSize(64, 48));
 }
 
 TEST_F(KvsyncDevice, FailuresAreToldByCodeAndText)
 {
-    expectFailure(device({"info"}, 4), "kvsync: InvalidParameter (0x01000009): \"index\" must be a "
-                                       "whole number from 0 to 3, not 4");
+    expectWrongValue(device({"info"}, 4),
+                     "kvsync: InvalidParameter (0x01000009): \"index\" must be a "
+                     "whole number from 0 to 3, not 4");
     expectFailure({"device", "info", "--plugin", "Absent"},
-                  "kvsync: PluginFileNotExist (0x01000006): The device plug-in Absent 1.0 cannot "
-                  "be loaded");
-    expectFailure({"device", "info", "--plugin", "VirtualScanner", "--plugin-version", "one"},
-                  "kvsync: InvalidParameter (0x01000009): \"version\" must be a text such as "
-                  "\"1.0\", not \"one\"");
+                  "kvsync: PluginFileNotExist (0x01000006): There is no plug-in Absent in " +
+                      deviceFolder() + "; it holds VirtualScanner 1.0");
+    expectWrongValue(
+        {"device", "info", "--plugin", "VirtualScanner", "--plugin-version", "one"},
+        "kvsync: InvalidParameter (0x01000009): \"one\" is no version such as \"1.0\"");
     expectFailure(device({"rotate", "5"}, 1),
                   "kvsync: FunctionNotExist (0x01002000): The device \"Virtual camera\" has no "
                   "motor");

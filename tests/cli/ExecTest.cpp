@@ -1,5 +1,7 @@
-#include "Kvsync.h"
+#include "PluginFolders.h"
+#include "support/ApplicationFolder.h"
 
+#include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
 #include <QtCore/QProcess>
 
@@ -27,7 +29,7 @@ TEST(KvsyncExec, PrintsResultAndSignalsAsJson)
     const QJsonObject json = outcome.json();
     EXPECT_EQ(json.value(QStringLiteral("result")).toArray().size(), 2);
     const QJsonArray events = json.value(QStringLiteral("signals")).toArray();
-    ASSERT_EQ(events.size(), 2);
+    ASSERT_EQ(events.size(), 3);
     const QJsonObject progress = events.at(1).toObject();
     EXPECT_EQ(progress.value(QStringLiteral("isPub")), QJsonValue(true));
     EXPECT_EQ(progress.value(QStringLiteral("plugin")), QJsonValue(QStringLiteral("Scanner")));
@@ -38,7 +40,7 @@ TEST(KvsyncExec, PrintsResultAndSignalsAsJson)
                   .at(0)
                   .toObject()
                   .value(QStringLiteral("delivered")),
-              QJsonValue(1));
+              QJsonValue(QStringLiteral("1"))); // counts have 64 bits, which travel as text
 }
 
 TEST(KvsyncExec, PrintsByteArraysAsSizeAndHashOrInFull)
@@ -111,45 +113,75 @@ TEST(KvsyncExec, TellsTheCoresFailures)
     };
     const QString scanner = QStringLiteral("Scanner");
     const QString list = QStringLiteral("getRunningDevList");
+    const QString missing = QFileInfo(logicFolder()).path() + QStringLiteral("/Missing");
     const Row rows[] = {
         {{scanner, QStringLiteral("dance")},
          QStringLiteral("kvsync: FunctionNotExist (0x01002000): The dance function doesn't exist")},
-        {{scanner, QStringLiteral("execute"), QStringLiteral("1")},
-         QStringLiteral("kvsync: WrongArgumentCount (0x01002001): The execute function has the "
-                        "wrong number of arguments")},
         {{QStringLiteral("Missing"), list},
-         QStringLiteral("kvsync: PluginFileNotExist (0x01000006): ") + logicFolder() +
-             QStringLiteral(" is no exist dll")},
+         QStringLiteral(
+             "kvsync: PluginFileNotExist (0x01000006): There is no plug-in Missing in ") +
+             logicFolder() + QStringLiteral("; it holds Scanner 1.0")},
         {{scanner, list, QStringLiteral("--version"), QStringLiteral("7.0")},
-         QStringLiteral("kvsync: PluginFileNotExist (0x01000006): ") + logicFolder() +
-             QStringLiteral(" is no exist dll")},
-        {{scanner, list, QStringLiteral("--version"), QStringLiteral("new")},
-         QStringLiteral("kvsync: InvalidParameter (0x01000009): plugin name or version is null")},
-        {{scanner, list, QStringLiteral("--logic-dir"), QStringLiteral("Missing")},
-         QStringLiteral("kvsync: PathNotExist (0x01000001): ") +
-             logicFolder().replace(QStringLiteral("/Logic"), QStringLiteral("/Missing")) +
-             QStringLiteral(" is no exist path")},
+         QStringLiteral(
+             "kvsync: PluginFileNotExist (0x01000006): There is no plug-in Scanner 7.0 in ") +
+             logicFolder() + QStringLiteral("; it holds Scanner 1.0")},
+        {{scanner, list, QStringLiteral("--logic-dir"), missing},
+         QStringLiteral("kvsync: PathNotExist (0x01000001): There is no plug-in folder ") +
+             missing},
     };
     for (const Row &row : rows)
         expectFailure(exec(row.arguments), row.line);
+}
+
+TEST(KvsyncExec, AWrongCallIsAWrongCommandLine)
+{
+    expectWrongValue(
+        exec({QStringLiteral("Scanner"), QStringLiteral("execute"), QStringLiteral("1")}),
+        QStringLiteral("kvsync: WrongArgumentCount (0x01002001): The execute function "
+                       "has the wrong number of arguments"));
+    for (const QString &version : {QStringLiteral("new"), QStringLiteral("1.0beta")})
+        expectWrongValue(exec({QStringLiteral("Scanner"), QStringLiteral("getRunningDevList"),
+                               QStringLiteral("--version"), version}),
+                         QStringLiteral("kvsync: InvalidParameter (0x01000009): \"%1\" is no "
+                                        "version such as \"1.0\"")
+                             .arg(version));
+}
+
+TEST(KvsyncExec, WithoutAVersionTheNewestIsTaken)
+{
+    PluginFolders folders;
+    for (const QString &file :
+         {QStringLiteral("Recorder.1.9.3.dll"), QStringLiteral("Recorder.1.10.1.dll")})
+        copyFile(commandFixture(QStringLiteral("Recorder")), folders.logicFile(file));
+    const auto versionIn = [&](const QStringList &further) {
+        return folders
+            .run(exec({QStringLiteral("Recorder"), QStringLiteral("getRunningDevList"),
+                       QStringLiteral("--verbose")}) +
+                 further)
+            .errors;
+    };
+    EXPECT_TRUE(versionIn({}).contains(QStringLiteral("find Recorder.1.10 plugin")));
+    EXPECT_TRUE(versionIn({QStringLiteral("--version"), QStringLiteral("1.9")})
+                    .contains(QStringLiteral("find Recorder.1.9 plugin")));
 }
 
 TEST(KvsyncExec, TellsWhichArgumentIsNotJson)
 {
     const QString scanner = QStringLiteral("Scanner");
     const QString execute = QStringLiteral("execute");
-    expectFailure(exec({scanner, execute, QStringLiteral("1"), QStringLiteral("info")}),
-                  QStringLiteral("kvsync: InvalidParameter (0x01000009): Argument 2 is not JSON: "
-                                 "illegal number: info"));
-    expectFailure(exec({scanner, execute, QStringLiteral("1, 2")}),
-                  QStringLiteral("kvsync: InvalidParameter (0x01000009): Argument 1 is not one "
-                                 "JSON value: 1, 2"));
-    expectFailure(exec({scanner, execute, QStringLiteral("")}),
-                  QStringLiteral("kvsync: InvalidParameter (0x01000009): Argument 1 is not one "
-                                 "JSON value: "));
-    expectFailure(exec({scanner, execute, QStringLiteral("--open"), QStringLiteral("{")}),
-                  QStringLiteral("kvsync: InvalidParameter (0x01000009): --open is not JSON: "
-                                 "unterminated object: {"));
+    expectWrongValue(
+        exec({scanner, execute, QStringLiteral("1"), QStringLiteral("info")}),
+        QStringLiteral("kvsync: InvalidParameter (0x01000009): Argument 2 is not JSON: "
+                       "illegal number: info"));
+    expectWrongValue(exec({scanner, execute, QStringLiteral("1, 2")}),
+                     QStringLiteral("kvsync: InvalidParameter (0x01000009): Argument 1 is not one "
+                                    "JSON value: 1, 2"));
+    expectWrongValue(exec({scanner, execute, QStringLiteral("")}),
+                     QStringLiteral("kvsync: InvalidParameter (0x01000009): Argument 1 is not one "
+                                    "JSON value: "));
+    expectWrongValue(exec({scanner, execute, QStringLiteral("--open"), QStringLiteral("{")}),
+                     QStringLiteral("kvsync: InvalidParameter (0x01000009): --open is not JSON: "
+                                    "unterminated object: {"));
 }
 
 TEST(KvsyncExec, ShowsTheLogOnStandardErrorIfVerbose)
@@ -164,6 +196,39 @@ TEST(KvsyncExec, ShowsTheLogOnStandardErrorIfVerbose)
         EXPECT_TRUE(outcome.errors.contains(line)) << line.toStdString();
 }
 
+TEST(KvsyncExec, TheLogGoesByVerboseAloneNotByTheEnvironment)
+{
+    const QStringList call = exec({QStringLiteral("Scanner"), QStringLiteral("openDevices"),
+                                   QStringLiteral("{\"serial\": \"\"}")});
+    const auto errorsUnder = [](const QString &rules, const QString &level,
+                                const QStringList &arguments) {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("QT_LOGGING_RULES"), rules);
+        environment.insert(QStringLiteral("GLOG_minloglevel"), level);
+        process.setProcessEnvironment(environment);
+        return runKvsync(arguments, process).errors;
+    };
+    EXPECT_EQ(errorsUnder(QStringLiteral("*=true"), QStringLiteral("0"), call).toStdString(), "");
+    const QString all = errorsUnder(QStringLiteral("*=false"), QStringLiteral("3"),
+                                    call + QStringList{QStringLiteral("--verbose")});
+    for (const QString &line :
+         {QStringLiteral("find Scanner.1.0 plugin"), QStringLiteral(" before connect")})
+        EXPECT_TRUE(all.contains(line)) << all.toStdString();
+}
+
+TEST(KvsyncExec, APluginThatThrowsAnythingIsTold)
+{
+    PluginFolders folders;
+    copyFile(commandFixture(QStringLiteral("ThrowsNumber")),
+             folders.logicFile(QStringLiteral("ThrowsNumber.1.0.1.dll")));
+    const Outcome outcome =
+        folders.run(exec({QStringLiteral("ThrowsNumber"), QStringLiteral("getRunningDevList")}));
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(outcome.errors.toStdString(),
+              "kvsync: A plug-in threw something that is no exception\n");
+}
+
 #ifdef Q_OS_LINUX
 TEST(KvsyncExec, FailsIfStandardOutputCannotBeWritten)
 {
@@ -172,6 +237,18 @@ TEST(KvsyncExec, FailsIfStandardOutputCannotBeWritten)
     process.start(logicFolder() + QStringLiteral("/../kvsync"),
                   exec({QStringLiteral("Scanner"), QStringLiteral("getRunningDevList")}));
     ASSERT_TRUE(process.waitForFinished());
+    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_EQ(process.readAllStandardError().toStdString(),
+              "kvsync: DeviceOperationFailed (0x010F0000): Standard output cannot be written\n");
+}
+
+TEST(KvsyncHelp, FailsIfStandardOutputCannotBeWritten)
+{
+    QProcess process;
+    process.setStandardOutputFile(QStringLiteral("/dev/full"));
+    process.start(logicFolder() + QStringLiteral("/../kvsync"), {QStringLiteral("--help")});
+    ASSERT_TRUE(process.waitForFinished());
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(process.exitCode(), 1);
     EXPECT_EQ(process.readAllStandardError().toStdString(),
               "kvsync: DeviceOperationFailed (0x010F0000): Standard output cannot be written\n");

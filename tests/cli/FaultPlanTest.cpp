@@ -13,10 +13,15 @@ protected:
     /// The arguments of a scan of four frames under a plan of these faults.
     QStringList scan(const QString &faults, const QStringList &further = {})
     {
+        return scanUnder(QStringLiteral("{\"faults\": [%1]}").arg(faults), further);
+    }
+
+    QStringList scanUnder(const QString &content, const QStringList &further = {})
+    {
         const QString plan = folder.filePath(QStringLiteral("plan.json"));
         QFile file(plan);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(QStringLiteral("{\"faults\": [%1]}").arg(faults).toUtf8());
+        file.write(content.toUtf8());
         return QStringList{QStringLiteral("scan"),
                            QStringLiteral("--frames"),
                            QStringLiteral("4"),
@@ -24,6 +29,7 @@ protected:
                            folder.path(),
                            QStringLiteral("--plan"),
                            plan,
+                           QStringLiteral("--overwrite"),
                            QStringLiteral("--json")} +
                (further.isEmpty() ? patiently() : further);
     }
@@ -67,15 +73,25 @@ TEST_F(KvsyncFaultPlan, ARefusedCallEndsTheScanWithItsCodeAndText)
         {QStringLiteral(R"({"function": "ConnectDevice", "hangMs": 300})"),
          QStringLiteral("ConnectFailed (0x010D000A): The scanner \"\" refuses the connection")},
         {QStringLiteral(R"({"function": "GetVideoTriggerPeriod", "disconnect": true})"),
-         QStringLiteral("DeviceOperationFailed (0x010F0000): The scanner does not give its trigger "
-                        "period")},
+         QStringLiteral("ConnectFailed (0x010D000A): The connection to the scanner was lost; wait "
+                        "until the scanner is back, then call resetDevices")},
         {QStringLiteral(R"({"function": "SetScanCallBackFunction", "call": 1, "status": 3})"),
          QStringLiteral("CameraFailed (0x01080000): The scanner refuses the scan callback")},
-        {QStringLiteral(R"({"function": "DisConnectDevice", "hangMs": 300, "status": 3})"),
-         QStringLiteral("ConnectFailed (0x010D000A): The scanner refuses to disconnect")},
     };
     for (const Row &row : rows)
         expectFailure(scan(row.fault), QStringLiteral("kvsync: ") + row.failure);
+}
+
+TEST_F(KvsyncFaultPlan, ARefusedDisconnectionIsToldThoughAllFramesCame)
+{
+    const Outcome outcome = runKvsync(
+        scan(QStringLiteral(R"({"function": "DisConnectDevice", "hangMs": 300, "status": 3})")));
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(outcome.errors.toStdString(),
+              "kvsync: ConnectFailed (0x010D000A): The scanner refuses to disconnect\n");
+    EXPECT_EQ(recordIn(folder.path()).value(QStringLiteral("delivered")), QJsonValue(4));
+    EXPECT_EQ(recordIn(folder.path()).value(QStringLiteral("reason")),
+              QJsonValue(QStringLiteral("failed")));
 }
 
 TEST_F(KvsyncFaultPlan, AScanThatGetsNoFrameEndsInTime)
@@ -84,24 +100,84 @@ TEST_F(KvsyncFaultPlan, AScanThatGetsNoFrameEndsInTime)
     for (const QString &fault :
          {QStringLiteral(R"({"function": "EnableVideoTrigger", "call": 1, "status": 3})"),
           QStringLiteral(R"({"everyFrame": 1, "drop": true})"),
-          QStringLiteral(R"({"everyFrame": 1, "hangMs": 10})"),
-          QStringLiteral(R"({"frame": 1, "disconnect": true, "backAfterMs": 0})")})
+          QStringLiteral(R"({"everyFrame": 1, "hangMs": 10})")})
         expectFailure(scan(fault, timeout),
                       QStringLiteral("kvsync: CameraFailed (0x01080000): The scanner fell silent: "
                                      "0 of 4 frames came, then none for 700 ms"));
 }
 
-TEST_F(KvsyncFaultPlan, ALostConnectionEndsTheScan)
+TEST_F(KvsyncFaultPlan, AConnectionThatIsLostAndBackAtOnceIsLostForTheScan)
 {
-    expectFailure(scan(QStringLiteral(R"({"frame": 2, "disconnect": true})")),
+    expectFailure(scan(QStringLiteral(R"({"frame": 1, "disconnect": true, "backAfterMs": 0})")),
                   QStringLiteral("kvsync: CameraFailed (0x01080000): The connection to the scanner "
                                  "was lost during the scan"));
+}
+
+TEST_F(KvsyncFaultPlan, ALostConnectionEndsTheScanAndKeepsWhatCame)
+{
+    // A frame that is still on its way may be lost with the connection.
+    const Outcome outcome = runKvsync(
+        scan(QStringLiteral(R"({"frame": 3, "disconnect": true})"),
+             patiently() + QStringList{QStringLiteral("--period"), QStringLiteral("1000")}));
+    EXPECT_EQ(outcome.exitCode, 1);
+    const QString failure = QStringLiteral("CameraFailed (0x01080000): The connection to the "
+                                           "scanner was lost during the scan");
+    EXPECT_EQ(outcome.errors.toStdString(), "kvsync: " + failure.toStdString() + "\n");
+    const QJsonObject record = recordIn(folder.path());
+    EXPECT_EQ(record.value(QStringLiteral("reason")), QJsonValue(QStringLiteral("connectionLost")));
+    EXPECT_EQ(record.value(QStringLiteral("text")), QJsonValue(failure));
+    EXPECT_EQ(record.value(QStringLiteral("requested")), QJsonValue(4));
+    const int delivered = record.value(QStringLiteral("delivered")).toInt();
+    EXPECT_LE(delivered, 2);
+    EXPECT_EQ(record.value(QStringLiteral("images")).toArray().size(),
+              2 * delivered); // two cameras
+    if (delivered > 0) {
+        EXPECT_EQ(outcome.json(), record);
+    }
+    expectImages(folder.path(), record);
 }
 
 TEST_F(KvsyncFaultPlan, DroppedFramesAreInTheAccount)
 {
     const QJsonObject summary = summaryUnder(QStringLiteral(R"({"everyFrame": 2, "drop": true})"));
     EXPECT_GE(summary.value(QStringLiteral("dropped")).toInt(), 3); // 2, 4 and 6
+}
+
+TEST_F(KvsyncFaultPlan, ANumberThatComesTwiceOverwritesNoImage)
+{
+    const QJsonObject summary = summaryUnder(QStringLiteral(R"({"frame": 2, "number": "twice"})"));
+    QStringList files;
+    for (const QJsonValue &image : summary.value(QStringLiteral("images")).toArray())
+        if (image.toObject().value(QStringLiteral("frame")) == QJsonValue(1))
+            files.append(image.toObject().value(QStringLiteral("file")).toString());
+    EXPECT_EQ(files, (QStringList{QStringLiteral("frame-00001-camera-0.png"),
+                                  QStringLiteral("frame-00001-camera-1.png"),
+                                  QStringLiteral("frame-00001-camera-0-image-3.png"),
+                                  QStringLiteral("frame-00001-camera-1-image-4.png")}));
+    expectImages(folder.path(), summary);
+
+    summaryUnder(QString()); // removes them
+    expectImages(folder.path(), recordIn(folder.path()));
+}
+
+TEST_F(KvsyncFaultPlan, AnImageWithoutPixelsEndsNoScanAndHasNoFile)
+{
+    const QJsonObject summary = summaryUnder(QStringLiteral(R"({"frame": 2, "nullImage": 0})"));
+    expectImages(folder.path(), summary);
+    EXPECT_FALSE(QFile::exists(folder.filePath(QStringLiteral("frame-00002-camera-0.png"))));
+}
+
+TEST_F(KvsyncFaultPlan, AScanWithoutFramesReplacesTheEarlierOneToo)
+{
+    summaryUnder(QString());
+    const Outcome outcome = runKvsync(scan(QStringLiteral(R"({"everyFrame": 1, "drop": true})"),
+                                           {QStringLiteral("--timeout"), QStringLiteral("700")}));
+    EXPECT_EQ(outcome.exitCode, 1);
+    const QJsonObject record = recordIn(folder.path());
+    EXPECT_EQ(record.value(QStringLiteral("reason")), QJsonValue(QStringLiteral("failed")));
+    EXPECT_EQ(record.value(QStringLiteral("images")), QJsonValue(QJsonArray()));
+    expectImages(folder.path(), record);
+    EXPECT_FALSE(QFile::exists(folder.filePath(QStringLiteral("contact-sheet.png"))));
 }
 
 TEST_F(KvsyncFaultPlan, LateFramesAreWaitedFor)
@@ -115,6 +191,17 @@ TEST_F(KvsyncFaultPlan, CorruptFramesShowInTheHashes)
     const QString corrupt =
         hashOfFirstImage(summaryUnder(QStringLiteral(R"({"frame": 1, "corrupt": true})")));
     EXPECT_NE(sound, corrupt);
+}
+
+TEST_F(KvsyncFaultPlan, ThePlanDescribesTheScanner)
+{
+    const Outcome outcome = runKvsync(scanUnder(QStringLiteral(
+        R"({"scanner": {"width": 64, "height": 48, "cameras": ["right"], "triggerPeriodMs": 5}})")));
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.errors.toStdString();
+    const QJsonArray images = outcome.json().value(QStringLiteral("images")).toArray();
+    ASSERT_EQ(images.size(), 4); // of one camera
+    EXPECT_EQ(images.at(0).toObject().value(QStringLiteral("width")), QJsonValue(64));
+    EXPECT_EQ(images.at(0).toObject().value(QStringLiteral("height")), QJsonValue(48));
 }
 
 TEST_F(KvsyncFaultPlan, AFileThatIsNotThereIsTold)

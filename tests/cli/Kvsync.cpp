@@ -1,9 +1,13 @@
 #include "Kvsync.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QProcess>
+#include <QtGui/QImage>
 
 namespace KvSyncTest {
 
@@ -21,6 +25,14 @@ QString programFolder()
 QString textOf(const QByteArray &bytes)
 {
     return QString::fromUtf8(bytes).remove(QLatin1Char('\r'));
+}
+
+void expectEnd(const QStringList &arguments, int exitCode, const QString &errors)
+{
+    const Outcome outcome = runKvsync(arguments);
+    EXPECT_EQ(outcome.exitCode, exitCode);
+    EXPECT_EQ(outcome.output.toStdString(), "");
+    EXPECT_EQ(outcome.errors.toStdString(), errors.toStdString() + "\n");
 }
 
 } // namespace
@@ -45,7 +57,7 @@ Outcome runKvsync(const QStringList &arguments)
 
 Outcome runKvsync(const QStringList &arguments, QProcess &process)
 {
-    process.start(programFolder() + QStringLiteral("/kvsync"), arguments);
+    process.start(kvsyncProgram(), arguments);
     const bool ended = process.waitForFinished(longestRunMs);
     EXPECT_TRUE(ended) << process.errorString().toStdString();
     if (!ended) {
@@ -59,19 +71,53 @@ Outcome runKvsync(const QStringList &arguments, QProcess &process)
 
 void expectFailure(const QStringList &arguments, const QString &errorLine)
 {
-    const Outcome outcome = runKvsync(arguments);
-    EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_EQ(outcome.output.toStdString(), "");
-    EXPECT_EQ(outcome.errors.toStdString(), errorLine.toStdString() + "\n");
+    expectEnd(arguments, 1, errorLine);
+}
+
+void expectWrongValue(const QStringList &arguments, const QString &errorLine)
+{
+    expectEnd(arguments, 2, errorLine);
 }
 
 void expectWrongCommandLine(const QStringList &arguments, const QString &errorLine)
 {
-    const Outcome outcome = runKvsync(arguments);
-    EXPECT_EQ(outcome.exitCode, 2);
-    EXPECT_EQ(outcome.output.toStdString(), "");
-    EXPECT_EQ(outcome.errors.toStdString(),
-              errorLine.toStdString() + "\nkvsync --help tells more\n");
+    expectEnd(arguments, 2, errorLine + QStringLiteral("\nkvsync --help tells more"));
+}
+
+QJsonObject recordIn(const QString &folder)
+{
+    QFile file(folder + QStringLiteral("/scan.json"));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << file.fileName().toStdString();
+    return QJsonDocument::fromJson(file.readAll()).object();
+}
+
+void expectImages(const QString &folder, const QJsonObject &record)
+{
+    QStringList expected;
+    for (const QJsonValue &value : record.value(QStringLiteral("images")).toArray()) {
+        const QJsonObject image = value.toObject();
+        if (image.contains(QStringLiteral("failure"))) {
+            EXPECT_FALSE(image.contains(QStringLiteral("file")));
+            continue;
+        }
+        expected.append(image.value(QStringLiteral("file")).toString());
+        EXPECT_EQ(QImage(folder + QLatin1Char('/') + expected.last()).size(),
+                  QSize(image.value(QStringLiteral("width")).toInt(),
+                        image.value(QStringLiteral("height")).toInt()))
+            << expected.last().toStdString();
+    }
+    expected.sort();
+    EXPECT_EQ(QDir(folder).entryList({QStringLiteral("frame-*")}, QDir::Files, QDir::Name),
+              expected);
+    EXPECT_EQ(QDir(folder).entryList({QStringLiteral("*.png.*"), QStringLiteral("scan.json.*"),
+                                      QStringLiteral("scan.lock")},
+                                     QDir::Files | QDir::Hidden),
+              QStringList());
+}
+
+QString kvsyncProgram()
+{
+    return programFolder() + QStringLiteral("/kvsync");
 }
 
 QString logicFolder()

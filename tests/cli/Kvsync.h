@@ -33,8 +33,20 @@ Outcome runKvsync(const QStringList &arguments, QProcess &process);
 /// Expects exit status 1, an empty output, and exactly this line on standard error.
 void expectFailure(const QStringList &arguments, const QString &errorLine);
 
+/// The same with exit status 2: a value on the command line is one that cannot be used.
+void expectWrongValue(const QStringList &arguments, const QString &errorLine);
+
 /// Expects exit status 2, an empty output, and this line before the hint to --help.
 void expectWrongCommandLine(const QStringList &arguments, const QString &errorLine);
+
+/// The scan.json of a folder.
+QJsonObject recordIn(const QString &folder);
+
+/// Expects that the folder holds the images of this record, whole, and no other image or half file.
+void expectImages(const QString &folder, const QJsonObject &record);
+
+/// The path of kvsync.
+QString kvsyncProgram();
 
 /// The folder of the command plug-ins beside kvsync, as its texts show it.
 QString logicFolder();

@@ -30,22 +30,32 @@ TEST(LibraryFile, ElfNamesNeededLibrariesAndSearchPaths)
     EXPECT_EQ(file.bits, 64);
     EXPECT_EQ(file.machine, 62);
     EXPECT_EQ(file.needed, QStringList({QStringLiteral("libA.so."), QStringLiteral("libB.so")}));
-    EXPECT_EQ(file.searchPaths, QStringList({QStringLiteral("/one"), QStringLiteral("/two")}));
-    EXPECT_FALSE(file.searchPathsInherited);
+    EXPECT_EQ(file.runpath, QStringList({QStringLiteral("/one"), QStringLiteral("/two")}));
+    EXPECT_EQ(file.rpath, QStringList());
 }
 
-TEST(LibraryFile, OlderSearchPathHoldsForNeededLibrariesToo)
+TEST(LibraryFile, ElfNamesItsOlderSearchPathsApart)
 {
     const LibraryFile file = read(with<quint64>(elf(), dynamicSection + 64, 15));
-    EXPECT_EQ(file.searchPaths.size(), 2);
-    EXPECT_TRUE(file.searchPathsInherited);
+    EXPECT_EQ(file.rpath, QStringList({QStringLiteral("/one"), QStringLiteral("/two")}));
+    EXPECT_EQ(file.runpath, QStringList());
+    EXPECT_FALSE(file.hasRunpath);
+}
+
+TEST(LibraryFile, NothingBetweenTwoColonsIsTheWorkingFolder)
+{
+    EXPECT_EQ(read(elfNeeding({}, "/one::/two:")).runpath,
+              QStringList({QStringLiteral("/one"), QStringLiteral("."), QStringLiteral("/two"),
+                           QStringLiteral(".")}));
+    EXPECT_EQ(read(elfNeeding({}, "")).runpath, QStringList());
+    EXPECT_TRUE(read(elfNeeding({}, "")).hasRunpath);
 }
 
 TEST(LibraryFile, WhatFollowsTheEndOfTheDynamicSectionDoesNotCount)
 {
     const LibraryFile file = read(with<quint64>(elf(), dynamicSection + 64, 0));
     EXPECT_EQ(file.needed.size(), 2);
-    EXPECT_EQ(file.searchPaths.size(), 0);
+    EXPECT_EQ(file.runpath.size(), 0);
     QByteArray moved = with<quint64>(elf(), dynamicSection, 0);
     EXPECT_EQ(damageOf(moved), "an address lies in none of its segments");
 }

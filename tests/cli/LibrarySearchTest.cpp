@@ -126,6 +126,17 @@ TEST_F(LibrarySearch, RunpathOfALibraryOutweighsTheRpathAboveIt)
                                "libKvB.so for libKvA.so in nothing\n");
 }
 
+TEST_F(LibrarySearch, RpathHoldsPastALibraryWithARunpath)
+{
+    add("top", elfNeeding({"libKvA.so"}, "$ORIGIN", rpathTag));
+    add("libKvA.so", elfNeeding({"libKvB.so"}, "$ORIGIN/other", runpathTag));
+    add("other/libKvB.so", elfNeeding({"libKvC.so"}, "", rpathTag));
+    add("libKvC.so", leaf());
+    EXPECT_EQ(neededBy("top"), "libKvA.so for top in libKvA.so\n"
+                               "libKvB.so for libKvA.so in other/libKvB.so\n"
+                               "libKvC.so for other/libKvB.so in libKvC.so\n");
+}
+
 TEST_F(LibrarySearch, LibrariesThatNeedEachOtherComeOnce)
 {
     add("top", elfNeeding({"libKvA.so", "libKvB.so"}, "$ORIGIN"));
@@ -161,15 +172,15 @@ TEST_F(LibrarySearch, FilesThatThisProcessCannotLoadArePassedOver)
     EXPECT_EQ(neededBy("top"), "libKvA.so for top in 5/libKvA.so\n");
 }
 
-TEST_F(LibrarySearch, OwnPathComesBeforeThatOfTheEnvironment)
+TEST_F(LibrarySearch, EnvironmentSeparatesItsFoldersInTwoWays)
 {
-    add("top", elfNeeding({"libKvA.so", "libKvB.so"}, "$ORIGIN/own"));
-    add("own/libKvA.so", leaf());
-    add("environment/libKvA.so", leaf());
-    add("environment/libKvB.so", leaf());
-    const LibraryPath set(path("nowhere") + QLatin1Char(':') + path("environment"));
-    EXPECT_EQ(neededBy("top"), "libKvA.so for top in own/libKvA.so\n"
-                               "libKvB.so for top in environment/libKvB.so\n");
+    add("top", elfNeeding({"libKvA.so", "libKvB.so"}, ""));
+    add("one/libKvA.so", leaf());
+    add("two/libKvB.so", leaf());
+    const LibraryPath set(path("nowhere") + QLatin1Char(':') + path("one") + QLatin1Char(';') +
+                          path("two"));
+    EXPECT_EQ(neededBy("top"), "libKvA.so for top in one/libKvA.so\n"
+                               "libKvB.so for top in two/libKvB.so\n");
 }
 
 TEST_F(LibrarySearch, NameWithAFolderIsAPath)

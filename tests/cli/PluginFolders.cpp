@@ -43,11 +43,11 @@ Outcome PluginFolders::run(const QStringList &words) const
 
 Outcome PluginFolders::run(const QStringList &words, QProcess &process) const
 {
-    const QString below = QFileInfo(folder.path()).fileName();
-    return runKvsync(
-        words + QStringList{QStringLiteral("--logic-dir"), below + QStringLiteral("/Logic"),
-                            QStringLiteral("--device-dir"), below + QStringLiteral("/Device")},
-        process);
+    return runKvsync(words + QStringList{QStringLiteral("--logic-dir"),
+                                         folder.filePath(QStringLiteral("Logic")),
+                                         QStringLiteral("--device-dir"),
+                                         folder.filePath(QStringLiteral("Device"))},
+                     process);
 }
 
 QJsonObject PluginFolders::listed(const QString &fileName) const
@@ -69,6 +69,11 @@ QJsonObject PluginFolders::why(const QString &file, const QStringList &options) 
                                 options);
     EXPECT_EQ(outcome.exitCode, 0) << outcome.errors.toStdString();
     return outcome.json();
+}
+
+QStringList loadPatiently()
+{
+    return {QStringLiteral("--load"), QStringLiteral("--timeout"), QStringLiteral("60000")};
 }
 
 void copyFile(const QString &from, const QString &to)
@@ -96,6 +101,17 @@ std::string codes(const QJsonObject &file)
     for (const QJsonValue &reason : file.value(QStringLiteral("reasons")).toArray())
         result.append(reason.toObject().value(QStringLiteral("code")).toString());
     return result.join(QLatin1Char(' ')).toStdString();
+}
+
+std::string warnings(const QJsonObject &file)
+{
+    QStringList result;
+    for (const QJsonValue &each : file.value(QStringLiteral("warnings")).toArray()) {
+        const QJsonObject warning = each.toObject();
+        result.append(warning.value(QStringLiteral("code")).toString() + QStringLiteral(": ") +
+                      warning.value(QStringLiteral("text")).toString());
+    }
+    return result.join(QLatin1Char('\n')).toStdString();
 }
 
 std::string firstText(const QJsonObject &file)

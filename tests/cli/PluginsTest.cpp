@@ -156,9 +156,10 @@ INSTANTIATE_TEST_SUITE_P(
                 "the name is read as Demo | 1 | 0 | dll, and Demo.1.0.*.dll does not find it"},
         NameRow{"LeadingZero", "Demo.01.0.1.dll",
                 "the name is read as Demo | 01 | 0 | 1, and Demo.1.0.*.dll does not find it"},
-        NameRow{"LetterThatIsNotAscii", "D\u00e9mo.1.0.1.dll",
-                "the name is read as D\u00e9mo | 1 | 0 | 1, and D\ufffdmo.1.0.*.dll does not find "
-                "it"},
+        NameRow{
+            "LetterThatIsNotAscii", "D\u00e9mo.1.0.1.dll",
+            "the core's search spoils letters of D\u00e9mo that are not ASCII, and does not find "
+            "it"},
         NameRow{"SharedObject", "libDemo.so",
                 "the name is read as libDemo | so, and libDemo.0.0.*.dll does not find it"}),
     [](const auto &row) { return std::string(row.param.name); });
@@ -244,22 +245,26 @@ TEST_F(KvsyncPlugins, QtThatDoesNotFitIsToldFromTheMetadata)
     EXPECT_NE(firstText(listed("Demo.1.0.1.dll")).find("(5.99.0)"), std::string::npos);
 }
 
-TEST_F(KvsyncPlugins, OlderIdentifierIsWrong)
+TEST_F(KvsyncPlugins, OlderIdentifierInTheMetadataIsAWarning)
 {
     const QString name = QStringLiteral("Old.1.0.1.dll");
     copyFile(deviceFixture(QStringLiteral("OlderFactory")), folders.deviceFile(name));
     const QJsonObject file = folders.listed(name);
-    EXPECT_EQ(codes(file), "wrong-iid");
-    EXPECT_EQ(firstText(file), "its metadata name Veltrano.Device.IFactory.1.0.190315, not "
-                               "Veltrano.Device.IFactory.2.0.200324");
+    EXPECT_EQ(codes(file), "");
+    EXPECT_TRUE(file.value(QStringLiteral("loads")).toBool());
+    EXPECT_EQ(warnings(file), "wrong-iid: its metadata name Veltrano.Device.IFactory.1.0.190315, "
+                              "not Veltrano.Device.IFactory.2.0.200324");
     EXPECT_TRUE(file.value(QStringLiteral("kind")).isNull());
 }
 
-TEST_F(KvsyncPlugins, CommandPluginAmongDevicePluginsIsWrong)
+TEST_F(KvsyncPlugins, CommandPluginAmongDevicePluginsIsAWarning)
 {
     const QString name = QStringLiteral("Demo.1.0.1.dll");
     copyFile(recorder(), folders.deviceFile(name));
-    EXPECT_EQ(codes(folders.listed(name)), "wrong-iid");
+    EXPECT_EQ(codes(folders.listed(name)), "");
+    EXPECT_EQ(warnings(folders.listed(name)),
+              "wrong-iid: its metadata name Veltrano.CommandInterface_v1.0.0.20200424, not "
+              "Veltrano.Device.IFactory.2.0.200324");
     EXPECT_EQ(folders.listed(name).value(QStringLiteral("kind")).toString().toStdString(),
               "command");
 }
@@ -274,6 +279,47 @@ TEST_F(KvsyncPlugins, NamesTheLibraryThatIsMissing)
 #else
     EXPECT_EQ(firstText(file), "libAbsentLibrary.so is missing; Demo.1.0.1.dll needs it");
 #endif
+}
+
+TEST_F(KvsyncPlugins, TellsPeopleOfAWarningBehindTheResult)
+{
+    copyFile(commandFixture(QStringLiteral("OtherMetadata")), logic("Demo.1.0.1.dll"));
+    const QString output = folders.run({QStringLiteral("plugins")}).output;
+    EXPECT_TRUE(output.contains(QStringLiteral(
+        "  -  loads, but wrong-iid: its metadata name KvSyncTest.SomethingElse, not ")))
+        << output.toStdString();
+}
+
+TEST_F(KvsyncPlugins, StrictFailsIfSomethingThereDoesNotLoad)
+{
+    addRecorder("Demo.1.0.1.dll");
+    addRecorder("Demo.1.0.2.dll");
+    writeFile(folders.deviceFile(QStringLiteral("Text.1.0.1.dll")), "not a module");
+    const Outcome outcome = folders.run({QStringLiteral("plugins"), QStringLiteral("--strict")});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(outcome.output.count(QLatin1Char('\n')), 5) << outcome.output.toStdString();
+    EXPECT_EQ(outcome.errors.toStdString(),
+              "kvsync: PluginLoadFailed (0x01000002): 2 of 3 files do not load\n");
+}
+
+TEST_F(KvsyncPlugins, StrictIsContentWithWarnings)
+{
+    copyFile(commandFixture(QStringLiteral("OtherMetadata")), logic("Demo.1.0.1.dll"));
+    const Outcome outcome = folders.run({QStringLiteral("plugins"), QStringLiteral("--strict")});
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.errors.toStdString();
+}
+
+TEST_F(KvsyncPlugins, StrictFindsWhatOnlyLoadingShows)
+{
+    addRecorder("Demo.1.0.1.dll");
+    copyFile(commandFixture(QStringLiteral("ConstructorThrows")), logic("Dark.1.0.1.dll"));
+    const QStringList words{QStringLiteral("plugins"), QStringLiteral("--strict")};
+    EXPECT_EQ(folders.run(words).exitCode, 0);
+    const Outcome outcome = folders.run(words + loadPatiently());
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.output.contains(
+        QStringLiteral("load-failed: its code threw: the scanner is switched off")))
+        << outcome.output.toStdString();
 }
 
 TEST_F(KvsyncPlugins, LibraryForAnotherSystemIsWrong)

@@ -28,10 +28,7 @@ protected:
         return path;
     }
 
-    QJsonObject loaded(const QString &path) const
-    {
-        return folders.why(path, {QStringLiteral("--load")});
-    }
+    QJsonObject loaded(const QString &path) const { return folders.why(path, loadPatiently()); }
 
     PluginFolders folders;
 };
@@ -153,18 +150,17 @@ TEST_F(KvsyncPluginsWhy, PathIntoAFolderCountsAsInThatFolder)
     copyFile(deviceFixture(QStringLiteral("Scripted")), path);
     const QJsonObject file = folders.why(path);
     EXPECT_EQ(textAt(file, "kind"), "device");
-    EXPECT_EQ(codes(file), "wrong-iid");
-    EXPECT_EQ(firstText(file), "its metadata name Veltrano.Device.IFactory.2.0.200324, not "
-                               "Veltrano.CommandInterface_v1.0.0.20200424");
+    EXPECT_EQ(warnings(file), "wrong-iid: its metadata name Veltrano.Device.IFactory.2.0.200324, "
+                              "not Veltrano.CommandInterface_v1.0.0.20200424");
 }
 
 TEST_F(KvsyncPluginsWhy, FileElsewhereMayBeOfEitherKind)
 {
     for (const QString &path :
          {commandFixture(QStringLiteral("Recorder")), deviceFixture(QStringLiteral("Scripted"))})
-        EXPECT_EQ(codes(folders.why(path)), "") << path.toStdString();
-    EXPECT_EQ(firstText(folders.why(commandFixture(QStringLiteral("ForeignRoot")))),
-              "its metadata name KvSyncTest.ForeignRoot, not "
+        EXPECT_EQ(warnings(folders.why(path)), "") << path.toStdString();
+    EXPECT_EQ(warnings(folders.why(commandFixture(QStringLiteral("ForeignRoot")))),
+              "wrong-iid: its metadata name KvSyncTest.ForeignRoot, not "
               "Veltrano.CommandInterface_v1.0.0.20200424 or "
               "Veltrano.Device.IFactory.2.0.200324");
 }
@@ -192,6 +188,26 @@ TEST_F(KvsyncPluginsWhy, TellsThatAnythingElseWasThrown)
     EXPECT_EQ(firstText(file), "its code threw");
 }
 
+TEST_F(KvsyncPluginsWhy, WordsOutsideAsciiStayAsTheyWereThrown)
+{
+    EXPECT_EQ(firstText(loaded(add("ThrowsForeignWords"))),
+              "its code threw: kein Ger\u00e4t, \u626b\u63cf");
+}
+
+TEST_F(KvsyncPluginsWhy, NamesOutsideAsciiAreShownAsTheyAre)
+{
+    const QJsonObject found = folders.why(add("Recorder", "\u626b\u63cf.1.0.1.dll"));
+    EXPECT_EQ(textAt(found, "name"), "\u626b\u63cf");
+    EXPECT_EQ(textAt(found, "pattern"), "\u626b\u63cf.1.0.*.dll");
+    EXPECT_EQ(codes(found), "");
+    const QString path = add("Recorder", "D\u00e9mo.1.0.1.dll");
+    const QString output =
+        folders.run({QStringLiteral("plugins"), QStringLiteral("why"), path}).output;
+    EXPECT_TRUE(output.contains(
+        QStringLiteral("pattern   D\u00e9mo.1.0.*.dll does not find it as a file\n")))
+        << output.toStdString();
+}
+
 TEST_F(KvsyncPluginsWhy, TellsTheLoadersOwnWordsAfterTheMissingLibrary)
 {
     const QJsonObject file = loaded(add("MissingLibrary"));
@@ -203,16 +219,20 @@ TEST_F(KvsyncPluginsWhy, TellsTheLoadersOwnWordsAfterTheMissingLibrary)
 TEST_F(KvsyncPluginsWhy, LoadedRootObjectHasTheLastWordOverTheMetadata)
 {
     const QString path = add("OtherMetadata");
-    EXPECT_EQ(codes(folders.why(path)), "wrong-iid");
+    EXPECT_EQ(textAt(folders.why(path), "kind"), "");
     const QJsonObject file = loaded(path);
     EXPECT_EQ(codes(file), "");
     EXPECT_EQ(textAt(file, "kind"), "command");
+    EXPECT_EQ(warnings(file), "wrong-iid: its metadata name KvSyncTest.SomethingElse, not "
+                              "Veltrano.CommandInterface_v1.0.0.20200424");
 }
 
 TEST_F(KvsyncPluginsWhy, LoadedRootObjectOfAnotherKindIsWrong)
 {
-    const QJsonObject file = loaded(add("ForeignRoot"));
-    EXPECT_EQ(codes(file), "wrong-iid");
+    const QString path = add("ForeignRoot");
+    EXPECT_EQ(codes(folders.why(path)), "");
+    const QJsonObject file = loaded(path);
+    EXPECT_EQ(codes(file), "missing-interface");
     EXPECT_EQ(firstText(file),
               "its root object does not answer to Veltrano.CommandInterface_v1.0.0.20200424");
 }
@@ -221,7 +241,7 @@ TEST_F(KvsyncPluginsWhy, LoadedRootObjectForTheOtherFolderIsWrong)
 {
     const QString path = folders.logicFile(QStringLiteral("Camera.1.0.1.dll"));
     copyFile(deviceFixture(QStringLiteral("NullDevice")), path);
-    EXPECT_EQ(codes(loaded(path)), "wrong-iid");
+    EXPECT_EQ(codes(loaded(path)), "missing-interface");
 }
 
 TEST_F(KvsyncPluginsWhy, FileThatIsNotThereFails)

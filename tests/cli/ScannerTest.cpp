@@ -1,7 +1,9 @@
 #include "Kvsync.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFile>
 #include <QtCore/QJsonArray>
+#include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
 
@@ -49,6 +51,35 @@ TEST_F(KvsyncScanner, InfoTellsPeopleAndPrograms)
     EXPECT_EQ(info.value(QStringLiteral("cameras")).toArray().size(), 3);
 }
 
+TEST_F(KvsyncScanner, ListTellsTheSerialNumbersThatSerialTakes)
+{
+    EXPECT_EQ(textOf({QStringLiteral("list")}), "KV-SIM-0001  3 cameras\n");
+    const QJsonObject scanner = jsonOf({QStringLiteral("list")})
+                                    .value(QStringLiteral("scanners"))
+                                    .toArray()
+                                    .at(0)
+                                    .toObject();
+    EXPECT_EQ(scanner.value(QStringLiteral("cameras")).toArray().size(), 3);
+    textOf({QStringLiteral("info"), QStringLiteral("--serial"),
+            scanner.value(QStringLiteral("serial")).toString()});
+}
+
+TEST_F(KvsyncScanner, ListSaysThatThereIsNone)
+{
+    const QString plan = folder.filePath(QStringLiteral("plan.json"));
+    QFile file(plan);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(R"({"faults": [{"function": "GetCamerasInformation", "status": 3}]})");
+    file.close();
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("TESSEL3SYNC_SIMULATOR_PLAN"), plan);
+    process.setProcessEnvironment(environment);
+    const Outcome outcome = runKvsync(scanner({QStringLiteral("list")}), process);
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.errors.toStdString();
+    EXPECT_EQ(outcome.output.toStdString(), "no scanner\n");
+}
+
 TEST_F(KvsyncScanner, GetPrintsOneSettingOrAllOfThem)
 {
     EXPECT_EQ(textOf({QStringLiteral("get"), QStringLiteral("periodMs")}), "33\n");
@@ -82,7 +113,7 @@ TEST_F(KvsyncScanner, SetTakesNumbersAndLists)
 
 TEST_F(KvsyncScanner, SetTellsWhatCannotBeSet)
 {
-    expectFailure(
+    expectWrongValue(
         scanner({QStringLiteral("set"), QStringLiteral("camera0.gain"), QStringLiteral("--"),
                  QStringLiteral("-5")}),
         QStringLiteral("kvsync: InvalidParameter (0x01000009): The setting "
@@ -90,7 +121,7 @@ TEST_F(KvsyncScanner, SetTellsWhatCannotBeSet)
     expectFailure(
         scanner({QStringLiteral("set"), QStringLiteral("colour"), QStringLiteral("1")}),
         QStringLiteral("kvsync: FunctionNotExist (0x01002000): There is no setting \"colour\""));
-    expectFailure(
+    expectWrongValue(
         scanner({QStringLiteral("set"), QStringLiteral("periodMs"), QStringLiteral("fast")}),
         QStringLiteral("kvsync: InvalidParameter (0x01000009): VALUE is not JSON: illegal value: "
                        "fast"));
@@ -130,12 +161,13 @@ TEST_F(KvsyncScanner, SettingsChangeWhatASnapshotShows)
 
 TEST_F(KvsyncScanner, PreparationsThatCannotBeMadeAreTold)
 {
-    expectFailure(
+    expectWrongValue(
         scanner(snap({QStringLiteral("--set"), QStringLiteral("gain")})),
         QStringLiteral("kvsync: InvalidParameter (0x01000009): \"gain\" is not NAME=VALUE"));
-    expectFailure(scanner(snap({QStringLiteral("--switch"), QStringLiteral("blueLaser=1")})),
-                  QStringLiteral("kvsync: InvalidParameter (0x01000009): The flag \"blueLaser\" is "
-                                 "on or off, not \"1\""));
+    expectWrongValue(
+        scanner(snap({QStringLiteral("--switch"), QStringLiteral("blueLaser=1")})),
+        QStringLiteral("kvsync: InvalidParameter (0x01000009): The flag \"blueLaser\" is "
+                       "on or off, not \"1\""));
 }
 
 TEST_F(KvsyncScanner, CommandsOfTheDirectLinkAnswerWithTheirParameters)

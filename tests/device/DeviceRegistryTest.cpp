@@ -249,6 +249,44 @@ TEST_F(DeviceRegistry, AnExchangedPointerEndsTheOtherHandleEvenThen)
     endManager();
 }
 
+namespace {
+
+/// While a device is being ended, somebody else ends it first and is given a new one at its
+/// address.
+class OvertakingScript : public LendingScript
+{
+public:
+    IFactory *factory(IFactory *root) override
+    {
+        if (DeviceManager *const other = std::exchange(manager, nullptr)) {
+            EXPECT_EQ(other->deleteDevice(handle), Success);
+            EXPECT_EQ(other->createDevice(QStringLiteral("Scripted"), QVersionNumber(1, 0)),
+                      qMakePair(Success, handle));
+        }
+        return root;
+    }
+
+    DeviceManager *manager = nullptr;
+    qint64 handle = 0;
+};
+
+} // namespace
+
+TEST_F(DeviceRegistry, ADeviceThatReplacesTheOneBeingEndedKeepsItsHandle)
+{
+    OvertakingScript script;
+    script.next = &device;
+    DeviceScript::use(&script);
+    loadFixture(scripted);
+    const DeviceHandle handle = script.handle = createFixtureDevice(scripted);
+    script.manager = manager.get();
+    EXPECT_EQ(manager->deleteDevice(handle), Success);
+    EXPECT_EQ(manager->name(handle).first, Success);
+    EXPECT_EQ(manager->deleteDevice(handle), Success);
+    expectDeleteRefused(handle);
+    endManager();
+}
+
 TEST_F(DeviceRegistry, ADeviceGivenTwiceIsOneHandle)
 {
     const DeviceHandle handle = lend(device);

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <new>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -159,6 +160,19 @@ TEST(DeviceContract, RecordsAreCopyableAndRotateInfoIsDefaultConstructible)
     EXPECT_TRUE(std::is_copy_constructible_v<CameraSpace::ImageBlock>);
     EXPECT_TRUE(std::is_default_constructible_v<MotorSpace::RotateInfo>);
     EXPECT_TRUE(std::is_copy_assignable_v<MotorSpace::RotateInfo>);
+}
+
+TEST(DeviceContract, AnImageBlockThatNobodyFilledIsZero)
+{
+    alignas(CameraSpace::ImageBlock) unsigned char room[sizeof(CameraSpace::ImageBlock)];
+    std::memset(room, 0xA5, sizeof(room));
+    auto *const block = new (room) CameraSpace::ImageBlock;
+    EXPECT_EQ(block->tag, 0);
+    EXPECT_EQ(block->width, 0);
+    EXPECT_EQ(block->height, 0);
+    EXPECT_EQ(block->bitDepth, 0);
+    EXPECT_TRUE(block->data.isEmpty());
+    block->~ImageBlock();
 }
 
 TEST(DeviceContract, TheFactorysIdentifierIsFixed)

@@ -179,7 +179,7 @@ TEST_F(DeviceTeardown, ADeviceThatAnotherTookAlongIsNotDestroyedTwice)
         ErrorCode destroyDevice(BaseDeviceSpace::DeviceInterface *&device) override
         {
             const ErrorCode code = JournalScript::destroyDevice(device);
-            if (device == &devices[0]) {
+            if (device == &devices.front()) {
                 EXPECT_EQ(manager->deleteDevice(handleAt(1)), Success);
             }
             return code;
@@ -224,6 +224,83 @@ TEST_F(DeviceTeardown, ADeviceMadeMeanwhileIsLeftToItsPlugin)
     endManager();
     EXPECT_EQ(script.made, Success);
     EXPECT_EQ(journal, (Journal{"destroy 0 by Alpha", "unload Alpha"}));
+}
+
+TEST_F(DeviceTeardown, ARootObjectThatCallsBackAtItsEndFindsEarlierPluginsGone)
+{
+    class AskingScript : public JournalScript
+    {
+    public:
+        using JournalScript::JournalScript;
+
+        void rootGone() override
+        {
+            JournalScript::rootGone();
+            const QString earlier = QStringLiteral("Alpha");
+            const QVersionNumber line(1, 0);
+            enumerated = manager->enumDevice(earlier, line);
+            created = manager->createDevice(earlier, line);
+            named = manager->name(handleAt(0)).first;
+            deleted = manager->deleteDevice(handleAt(0));
+            // It counts as loaded to the end, so that it does not come back.
+            loaded = manager->loadDevicePlugin(earlier, line);
+        }
+
+        KvSyncCore::DeviceManager *manager = nullptr;
+        QPair<ErrorCode, int> enumerated;
+        QPair<ErrorCode, qint64> created;
+        ErrorCode named = Success;
+        ErrorCode deleted = Success;
+        ErrorCode loaded = PluginLoadFailed;
+    };
+
+    AskingScript later("Beta", journal);
+    later.manager = manager.get();
+    load(betaName, later);
+    load(alphaName, alpha);
+    // A device that refuses to go is there until its plug-in goes.
+    alpha.answer = static_cast<ErrorCode>(0x01F10001);
+    create(alphaName, alpha, 0);
+    endManager();
+    EXPECT_EQ(later.enumerated, qMakePair(PluginNotLoaded, 0));
+    EXPECT_EQ(later.created, qMakePair(PluginNotLoaded, qint64(0)));
+    EXPECT_EQ(later.named, HandleInvalid);
+    EXPECT_EQ(later.deleted, HandleInvalid);
+    EXPECT_EQ(later.loaded, Success);
+    EXPECT_EQ(journal, (Journal{"destroy 0 by Alpha", "unload Alpha", "unload Beta"}));
+}
+
+TEST_F(DeviceTeardown, APluginThatARootObjectLoadsAtItsEndIsUnloadedToo)
+{
+    class LoadingScript : public JournalScript
+    {
+    public:
+        LoadingScript(Journal &pages, JournalScript &loaded)
+            : JournalScript("Beta", pages)
+            , late(loaded)
+        {
+        }
+
+        void rootGone() override
+        {
+            JournalScript::rootGone();
+            DeviceScript::use(&late);
+            EXPECT_EQ(manager->loadDevicePlugin(QStringLiteral("Alpha"), QVersionNumber(1, 0)),
+                      Success);
+        }
+
+        KvSyncCore::DeviceManager *manager = nullptr;
+
+    private:
+        JournalScript &late;
+    };
+
+    LoadingScript loading(journal, alpha);
+    loading.manager = manager.get();
+    copyFixture(QStringLiteral("Scripted"), QStringLiteral("Alpha.1.0.1.dll"));
+    load(betaName, loading);
+    endManager();
+    EXPECT_EQ(journal, (Journal{"unload Beta", "unload Alpha"}));
 }
 
 TEST_F(DeviceTeardown, AFileOfTwoPluginsIsUnloadedWithTheLast)

@@ -147,6 +147,20 @@ TEST_F(UserInformation, IsReadFromABufferThatTheLibraryPutInPlaceOfTheFirst)
     EXPECT_EQ(data, QByteArray(1024, 'z'));
 }
 
+TEST_F(UserInformation, IsReadWholeAlsoFromANewBufferAtTheAddressOfTheFreedOne)
+{
+    // As long as the heap's block for the original is, so that it gives that block out again.
+    constexpr std::size_t size = 520;
+    scanner.effects.ReadUserInfomation = [](void *&, int, char *&buffer) {
+        delete[] buffer;
+        buffer = new char[size]();
+        std::memset(buffer, 'z', size - 1);
+        return accepted;
+    };
+    read();
+    EXPECT_EQ(data, QByteArray(size - 1, 'z'));
+}
+
 TEST_F(UserInformation, OriginalBufferStaysWithALibraryThatReplacesIt)
 {
     std::unique_ptr<char[]> kept;

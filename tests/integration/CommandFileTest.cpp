@@ -5,6 +5,8 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
+#include <QtCore/QPluginLoader>
+#include <QtCore/QPointer>
 
 namespace {
 
@@ -224,6 +226,20 @@ TEST_F(CommandFolder, IsAskedForAgainByEachLoadingThatFailed)
     folder.makeFolder("later");
     put("later/Part.1.0.1.dll");
     expectLoads("later/Part.1.0.1.dll");
+}
+
+// Loaders of the host's own
+
+TEST_F(CommandFile, ThatTheHostHadLoadedStaysWhenTheHostUnloadsIt)
+{
+    put("Part.1.0.1.dll");
+    QPluginLoader loaderOfHost(folder.filePath("Part.1.0.1.dll"));
+    ASSERT_TRUE(loaderOfHost.load());
+    core.loadCommandPlugin("Part", version);
+    const QPointer<CommandInterface> part(core.getCommandPlugin("Part", version));
+    EXPECT_FALSE(loaderOfHost.unload()) << "nobody else counts as a user";
+    ASSERT_TRUE(part);
+    EXPECT_NO_THROW(core.execute("Part", "closeDevices", {1}, version));
 }
 
 } // namespace

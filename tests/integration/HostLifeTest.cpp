@@ -3,6 +3,11 @@
 #include "integration/HostFixture.h"
 
 #include "KvSyncCore/DeviceController.h"
+#include "fixtures/plugins/PlainDevice.h"
+#include "fixtures/plugins/Scripted/DeviceScript.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QPointer>
 
 #include <memory>
 
@@ -98,7 +103,8 @@ TEST_F(HostLife, ASlotMayEndTheFacade)
     EXPECT_EQ(secondArrivals, 2);
 }
 
-TEST_F(HostLife, ASlotMayEndTheFacadeWhileACallRunsAndTheCallStillAnswers)
+// The narrow case: this plug-in uses no controller after it has emitted.
+TEST_F(HostLife, InACallOfAPluginThatIsDoneWithItsControllerASlotMayEndTheFacade)
 {
     auto brief = another(firstArrivals);
     QObject::connect(brief.get(), &SyncCore::sendSignals, [&] { brief.reset(); });
@@ -108,6 +114,61 @@ TEST_F(HostLife, ASlotMayEndTheFacadeWhileACallRunsAndTheCallStillAnswers)
     SyncCore *const running = brief.get();
     EXPECT_EQ(list(*running), QVariant(QVariantList{7}));
     EXPECT_EQ(brief, nullptr);
+}
+
+TEST_F(HostLife, ASlotThatDefersTheEndLeavesTheRunningPluginItsController)
+{
+    const QPointer<SyncCore> brief(another(firstArrivals).release());
+    QObject::connect(brief, &SyncCore::sendSignals, brief, &QObject::deleteLater);
+    auto &demo = *qobject_cast<RecorderControl *>(brief->getCommandPlugin("Demo", {}));
+    demo.answerWith(QVariantList{7});
+    ErrorCode code = Success;
+    demo.doInside([&] {
+        demo.emitEvent({});
+        ASSERT_TRUE(brief);
+        code = demo.controllers().last()->deleteDevice(1);
+    });
+    EXPECT_EQ(list(*brief), QVariant(QVariantList{7}));
+    EXPECT_EQ(code, HandleInvalid);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(brief);
+    demo.doInside({});
+}
+
+/// Lends one device; its end makes a command plug-in emit.
+class ParentingScript : public DeviceScript
+{
+public:
+    int enumDevices() override { return 1; }
+    BaseDeviceSpace::DeviceInterface *createDevice() override { return &device; }
+
+    ErrorCode destroyDevice(BaseDeviceSpace::DeviceInterface *&) override
+    {
+        demo->emitEvent({});
+        return Success;
+    }
+
+    RecorderControl *demo = nullptr;
+
+private:
+    PlainDevice device;
+};
+
+TEST_F(HostLife, SlotsHearEventsWhileTheFacadeIsBeingDestroyed)
+{
+    ParentingScript script;
+    DeviceScript::use(&script);
+    folder.makeFolder("Rigs");
+    folder.copyModule(deviceFixture("Scripted"), "Rigs/Rig.1.0.1.dll");
+    auto brief = another(firstArrivals);
+    brief->init(folder.name(), folder.name() + "/Rigs");
+    script.demo = qobject_cast<RecorderControl *>(brief->getCommandPlugin("Demo", {}));
+    DeviceController &controller = *script.demo->controllers().last();
+    ASSERT_EQ(controller.loadDevicePlugin("Rig", {1, 0}), Success);
+    ASSERT_EQ(controller.createDevice("Rig", {1, 0}).first, Success);
+    brief.reset();
+    EXPECT_EQ(firstArrivals, 1);
+    DeviceScript::use(nullptr);
 }
 
 } // namespace

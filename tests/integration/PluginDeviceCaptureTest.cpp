@@ -15,13 +15,24 @@ protected:
             values.append(image.toMap().value(key));
         return values;
     }
+
+    static QVariantMap account(int frames, int delivered, int lost)
+    {
+        return {{"frames", frames},
+                {"produced", delivered + lost},
+                {"delivered", delivered},
+                {"dropped", lost},
+                {"causes",
+                 QVariantMap{{"lost", lost}, {"hostSlow", 0}, {"unusable", 0}, {"stopped", 0}}},
+                {"disordered", 0}};
+    }
 };
 
 TEST_F(PluginDeviceCapture, TakesFramesOfASingleCamera)
 {
     const QVariant handle = openDevice(CameraAlone);
     const QVariantList images = capture(handle, {{"frames", 2}, {"periodMs", 1}});
-    EXPECT_EQ(column(images, "frame"), (QVariantList{0, 1}));
+    EXPECT_EQ(column(images, "frame"), (QVariantList{1, 2}));
     EXPECT_EQ(column(images, "camera"), (QVariantList{0, 0}));
     const QVariantMap first = images.first().toMap();
     EXPECT_EQ(first.value("width"), QVariant(640));
@@ -37,7 +48,7 @@ TEST_F(PluginDeviceCapture, TakesFramesOfEverySensor)
     const QVariant handle = openDevice(WholeScanner);
     const QVariantList images = capture(handle, {{"frames", 2}, {"periodMs", 1}});
     EXPECT_EQ(column(images, "camera"), (QVariantList{0, 1, 0, 1}));
-    EXPECT_EQ(column(images, "frame"), (QVariantList{0, 0, 1, 1}));
+    EXPECT_EQ(column(images, "frame"), (QVariantList{1, 1, 2, 2}));
 }
 
 TEST_F(PluginDeviceCapture, TakesFramesOfOneSensor)
@@ -101,8 +112,7 @@ TEST_F(PluginDeviceCapture, TellsEveryFrameAndTheProgress)
     EXPECT_EQ(frames.at(1).thread, std::this_thread::get_id());
     const auto progress = events("progress");
     ASSERT_EQ(progress.size(), 2u);
-    EXPECT_EQ(progress.at(1).payload,
-              (QVariantList{QVariantMap{{"delivered", 2}, {"dropped", 0}, {"frames", 2}}}));
+    EXPECT_EQ(progress.at(1).payload, QVariantList{account(2, 2, 0)});
 }
 
 TEST_F(PluginDeviceCapture, CountsFramesThatWereLostBetweenTwo)
@@ -116,9 +126,8 @@ TEST_F(PluginDeviceCapture, CountsFramesThatWereLostBetweenTwo)
             set(handle, "trigger", QVariantMap{});
     };
     const QVariantList images = capture(handle, {{"frames", 3}, {"periodMs", 1}});
-    EXPECT_EQ(column(images, "frame"), (QVariantList{0, 3, 4}));
-    EXPECT_EQ(events("progress").back().payload,
-              (QVariantList{QVariantMap{{"delivered", 3}, {"dropped", 2}, {"frames", 3}}}));
+    EXPECT_EQ(column(images, "frame"), (QVariantList{1, 4, 5}));
+    EXPECT_EQ(lastOf("progress"), account(3, 3, 2));
 }
 
 TEST_F(PluginDeviceCapture, CountsFramesThatWereLostBeforeTheFirst)
@@ -129,8 +138,7 @@ TEST_F(PluginDeviceCapture, CountsFramesThatWereLostBeforeTheFirst)
     const QVariantList images = capture(handle, {{"frames", 1}});
     const int first = images.first().toMap().value("frame").toInt();
     EXPECT_GT(first, 1);
-    EXPECT_EQ(events("progress").back().payload,
-              (QVariantList{QVariantMap{{"delivered", 1}, {"dropped", first}, {"frames", 1}}}));
+    EXPECT_EQ(lastOf("progress"), account(1, 1, first - 1));
 }
 
 TEST_F(PluginDeviceCapture, KeepsThePeriodThatIsAsked)
@@ -156,7 +164,7 @@ TEST_F(PluginDeviceCapture, ResettingTheDeviceStopsItsStreams)
 TEST_F(PluginDeviceCapture, RefusesWhatCannotBeUsed)
 {
     const QVariant handle = openDevice(WholeScanner);
-    expectFails(InvalidParameter, "\"frames\" must be a whole number from 1 to 10000, not 0",
+    expectFails(InvalidParameter, "\"frames\" must be a whole number from 1 to 1000000000, not 0",
                 "captureImage", {handle, "scan", QVariantMap{{"frames", 0}}});
     expectFails(InvalidParameter, "\"camera\" must be a whole number from 0 to 1, not 2",
                 "captureImage", {handle, "scan", QVariantMap{{"frames", 1}, {"camera", 2}}});
@@ -166,8 +174,66 @@ TEST_F(PluginDeviceCapture, RefusesWhatCannotBeUsed)
                 "captureImage", {handle, "scan", QVariantMap{{"frames", 1}, {"timeoutMs", 0}}});
     expectFails(InvalidParameter, "\"color\" must be true or false, not 1", "captureImage",
                 {handle, "scan", QVariantMap{{"frames", 1}, {"color", 1}}});
+    expectFails(InvalidParameter,
+                "A scan of a device has no parameter \"pattern\", but frames, keep, periodMs, "
+                "timeoutMs, color, camera",
+                "captureImage", {handle, "scan", QVariantMap{{"frames", 1}, {"pattern", "off"}}});
+    expectFails(InvalidParameter,
+                "A color image of a device has no parameter \"frames\", but camera, timeoutMs",
+                "captureImage", {handle, "color", QVariantMap{{"frames", 1}}});
     expectFails(FunctionNotExist, "Scanner 1.0 does not serve images of the kind \"depth\"",
                 "captureImage", {handle, "depth", QVariantMap()});
+}
+
+TEST_F(PluginDeviceCapture, WithoutKeepTheImagesComeByEventsAlone)
+{
+    const QVariant handle = openDevice(CameraAlone);
+    EXPECT_EQ(capture(handle, {{"frames", 3}, {"keep", false}}), QVariantList());
+    const auto arrivals = events("frameArrived");
+    ASSERT_EQ(arrivals.size(), 3u);
+    for (const ReceivedEvent &arrival : arrivals)
+        EXPECT_EQ(arrival.payload.value(0).toMap().value("data").toByteArray().size(), 640 * 480);
+}
+
+TEST_F(PluginDeviceCapture, TellsHowAScanEnded)
+{
+    const QVariant handle = openDevice(CameraAlone);
+    capture(handle, {{"frames", 2}, {"periodMs", 1}});
+    EXPECT_EQ(lastOf("scanEnded"),
+              (QVariantMap{{"reason", "complete"}, {"text", ""}, {"account", account(2, 2, 0)}}));
+    EXPECT_EQ(events("scanEnded").at(0).thread, std::this_thread::get_id());
+    makeFail(handle, "getProperty", 0x01F20006);
+    EXPECT_THROW(capture(handle, {{"frames", 2}}), KvSyncTool::Exception);
+    EXPECT_EQ(lastOf("scanEnded"), (QVariantMap{{"reason", "failed"},
+                                                {"text", "Camera 0 gave no frame"},
+                                                {"account", account(2, 0, 0)}}));
+}
+
+TEST_F(PluginDeviceCapture, AScanThatNeverBeganDoesNotEnd)
+{
+    const QVariant handle = openDevice(CameraAlone);
+    makeFail(handle, "startStream", 0x01F20006);
+    EXPECT_THROW(capture(handle, {{"frames", 2}}), KvSyncTool::Exception);
+    EXPECT_TRUE(events("scanEnded").empty());
+}
+
+TEST_F(PluginDeviceCapture, WhenItEndsTheCameraIsAtRest)
+{
+    const QVariant handle = openDevice(CameraAlone);
+    reaction = [&](const ReceivedEvent &event) {
+        if (event.name == "scanEnded")
+            set(handle, "camera0.size", QVariantList{64, 48}); // refused while a stream runs
+    };
+    capture(handle, {{"frames", 1}});
+    EXPECT_EQ(get(handle, "camera0.size"), QVariant(QVariantList{64, 48}));
+}
+
+TEST_F(PluginDeviceCapture, TellsWhenEachFrameArrived)
+{
+    const QVariant handle = openDevice(CameraAlone);
+    const QVariantList times = column(capture(handle, {{"frames", 2}, {"periodMs", 50}}), "timeMs");
+    EXPECT_GE(times.at(0).toDouble(), 0.0);
+    EXPECT_GE(times.at(1).toDouble(), 50.0);
 }
 
 TEST_F(PluginDeviceCapture, ADeviceWithoutACameraTakesNone)
@@ -257,6 +323,9 @@ TEST_F(PluginDeviceCapture, ASlotMayCloseTheDevice)
     };
     expectFails(CameraFailed, "The device was closed during the scan", "captureImage",
                 {handle, "scan", QVariantMap{{"frames", 5}}});
+    EXPECT_EQ(lastOf("scanEnded"), (QVariantMap{{"reason", "stopped"},
+                                                {"text", "The device was closed during the scan"},
+                                                {"account", account(5, 1, 0)}}));
 }
 
 TEST_F(PluginDeviceCapture, ClosingEndsAScanThatWaitsForAFrame)

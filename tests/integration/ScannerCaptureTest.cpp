@@ -13,14 +13,6 @@ class ScannerCapture : public ScannerHost
 protected:
     ScannerCapture() { open(); }
 
-    static QVariantMap frames(int count) { return {{QStringLiteral("frames"), count}}; }
-
-    static QVariantMap with(QVariantMap parameters, const QString &key, const QVariant &value)
-    {
-        parameters.insert(key, value);
-        return parameters;
-    }
-
     /// Whether the trigger is off and the scan callback removed, as every scan must end.
     static void expectStopped(int mode = 1)
     {
@@ -44,7 +36,7 @@ TEST_F(ScannerCapture, BringsOneImageOfEachSpeckleCameraAFrame)
     ASSERT_EQ(images.size(), 6);
     for (int i = 0; i < images.size(); ++i) {
         const QVariantMap image = imageOf(images, i);
-        EXPECT_EQ(image.size(), 6);
+        EXPECT_EQ(image.size(), 7);
         EXPECT_EQ(image.value(QStringLiteral("camera")), QVariant(i % 2));
         EXPECT_EQ(image.value(QStringLiteral("width")), QVariant(160));
         EXPECT_EQ(image.value(QStringLiteral("height")), QVariant(128));
@@ -236,12 +228,13 @@ TEST_F(ScannerCapture, ParametersThatCannotBeUsedAreNamed)
         QVariantMap parameters;
         QString text;
     };
-    const QString range = QStringLiteral("\"frames\" must be a whole number from 1 to 10000, not ");
+    const QString range =
+        QStringLiteral("\"frames\" must be a whole number from 1 to 1000000000, not ");
     const Row rows[] = {
         {{}, range + QStringLiteral("nothing")},
         {frames(0), range + QStringLiteral("0")},
         {frames(-1), range + QStringLiteral("-1")},
-        {frames(10001), range + QStringLiteral("10001")},
+        {frames(1000000001), range + QStringLiteral("1000000001")},
         {{{QStringLiteral("frames"), 1.5}}, range + QStringLiteral("1.5")},
         {{{QStringLiteral("frames"), QStringLiteral("many")}}, range + QStringLiteral("\"many\"")},
         {{{QStringLiteral("frames"), QVariantList()}}, range + QStringLiteral("[]")},
@@ -253,6 +246,20 @@ TEST_F(ScannerCapture, ParametersThatCannotBeUsedAreNamed)
          QStringLiteral("\"color\" must be true or false, not \"yes\"")},
         {with(frames(1), QStringLiteral("colorMode"), -1),
          QStringLiteral("\"colorMode\" must be a whole number from 0 to 255, not -1")},
+        {with(frames(1), QStringLiteral("colorMode"), 2),
+         QStringLiteral("\"colorMode\" needs \"color\": true")},
+        {with(frames(1), QStringLiteral("keep"), 0),
+         QStringLiteral("\"keep\" must be true or false, not 0")},
+        {with(frames(1), QStringLiteral("pattern"), 3),
+         QStringLiteral("\"pattern\" must be a text, not 3")},
+        {with(frames(1), QStringLiteral("switch"), true),
+         QStringLiteral("\"switch\" must be a map, not true")},
+        {with(frames(1), QStringLiteral("switch"),
+              QVariantMap{{QStringLiteral("blueLaser"), QStringLiteral("on")}}),
+         QStringLiteral("\"blueLaser\" must be true or false, not \"on\"")},
+        {with(frames(1), QStringLiteral("camera"), 0),
+         QStringLiteral("A scan has no parameter \"camera\", but periodMs, color, colorMode, "
+                        "pattern, switch, frames, keep, timeoutMs")},
     };
     for (const Row &row : rows)
         expectThrows(InvalidParameter, row.text, [&] { capture(row.parameters); });

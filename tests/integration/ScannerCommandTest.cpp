@@ -132,8 +132,8 @@ TEST_F(ScannerCommand, FlagsThatAreUnknownOrRefusedAreTold)
 
 TEST_F(ScannerCommand, PatternsAreProjectedByName)
 {
-    for (const QString &pattern : {QStringLiteral("off"), QStringLiteral("stripes"),
-                                   QStringLiteral("speckle"), QStringLiteral("cross")})
+    for (const QString &pattern : {QStringLiteral("off"), QStringLiteral("flat"),
+                                   QStringLiteral("speckle"), QStringLiteral("stripes")})
         project(pattern);
     EXPECT_EQ(libraryCalls("Project"),
               (std::vector<std::string>{"Project(device, 0)", "Project(device, 1)",
@@ -142,9 +142,11 @@ TEST_F(ScannerCommand, PatternsAreProjectedByName)
 
 TEST_F(ScannerCommand, PatternsThatAreUnknownOrRefusedAreTold)
 {
-    expectThrows(FunctionNotExist,
-                 QStringLiteral("There is no pattern \"stars\", but off, stripes, speckle, cross"),
-                 [&] { project(QStringLiteral("stars")); });
+    for (const QString &word : {QStringLiteral("cross"), QStringLiteral("Off"), QString()})
+        expectThrows(
+            FunctionNotExist,
+            QStringLiteral("There is no pattern \"%1\", but off, flat, speckle, stripes").arg(word),
+            [&] { project(word); });
     refuseNext("Project");
     expectThrows(ProjectorFailed, QStringLiteral("The scanner refuses to project \"speckle\""),
                  [&] { project(QStringLiteral("speckle")); });

@@ -23,6 +23,7 @@ TEST_F(ScannerConnection, ListsTheScannerThatCanBeOpened)
     const QVariantMap scanner = onlyListed();
     EXPECT_EQ(scanner.value(QStringLiteral("serial")), QVariant(QString()));
     EXPECT_EQ(scanner.value(QStringLiteral("connected")), QVariant(false));
+    EXPECT_EQ(scanner.value(QStringLiteral("present")), QVariant(true));
     EXPECT_EQ(scanner.value(QStringLiteral("fastUsb")), QVariant(true));
     EXPECT_FALSE(scanner.contains(QStringLiteral("handle")));
     const QVariantList cameras = scanner.value(QStringLiteral("cameras")).toList();
@@ -40,6 +41,7 @@ TEST_F(ScannerConnection, ListsTheOpenScannerWithSerialAndHandle)
     const QVariantMap scanner = onlyListed();
     EXPECT_EQ(scanner.value(QStringLiteral("serial")), QVariant(QStringLiteral("KV-SIM-0001")));
     EXPECT_EQ(scanner.value(QStringLiteral("connected")), QVariant(true));
+    EXPECT_EQ(scanner.value(QStringLiteral("present")), QVariant(true));
     EXPECT_EQ(scanner.value(QStringLiteral("handle")), scannerHandle);
 }
 
@@ -107,6 +109,11 @@ TEST_F(ScannerConnection, OpeningNeedsASerialNumber)
                 QStringLiteral("openDevices"), {QVariantMap()});
     expectFails(InvalidParameter, QStringLiteral("\"serial\" must be a text, not 7"),
                 QStringLiteral("openDevices"), {QVariantMap{{QStringLiteral("serial"), 7}}});
+    expectFails(
+        InvalidParameter,
+        QStringLiteral("A scanner of the direct link has no parameter \"port\", but serial"),
+        QStringLiteral("openDevices"),
+        {QVariantMap{{QStringLiteral("serial"), QString()}, {QStringLiteral("port"), 1}}});
 }
 
 TEST_F(ScannerConnection, EveryFunctionRefusesAHandleThatIsNotOpen)
@@ -148,8 +155,8 @@ TEST_F(ScannerConnection, ClosingLeavesTheScannerDarkAndDisconnected)
     std::vector<std::string> texts;
     for (const Simulator::Call &each : Simulator::calls())
         texts.push_back(each.function);
-    EXPECT_EQ(texts, (std::vector<std::string>{"EnableVideoTrigger", "Project",
-                                               "SetStatusCallBackFunction",
+    EXPECT_EQ(texts, (std::vector<std::string>{"EnableVideoTrigger", "Project", "EnableIRLaser",
+                                               "EnableBlueLaser", "SetStatusCallBackFunction",
                                                "SetScanCallBackFunction", "DisConnectDevice"}));
 }
 

@@ -89,6 +89,12 @@ QVariant ScannerHost::execute(const QString &command, const QVariantList &argume
     return call(QStringLiteral("execute"), {scannerHandle, command, QVariant(arguments)});
 }
 
+QVariantMap ScannerHost::with(QVariantMap parameters, const QString &key, const QVariant &value)
+{
+    parameters.insert(key, value);
+    return parameters;
+}
+
 std::vector<ReceivedEvent> ScannerHost::events(const QString &name) const
 {
     const std::lock_guard<std::mutex> lock(mutex);
@@ -96,6 +102,12 @@ std::vector<ReceivedEvent> ScannerHost::events(const QString &name) const
     std::copy_if(received.begin(), received.end(), std::back_inserter(named),
                  [&](const ReceivedEvent &event) { return event.name == name; });
     return named;
+}
+
+QVariantMap ScannerHost::lastOf(const QString &name) const
+{
+    const auto named = events(name);
+    return named.empty() ? QVariantMap() : named.back().payload.value(0).toMap();
 }
 
 bool ScannerHost::waitForEvents(const QString &name, std::size_t count)
@@ -107,6 +119,21 @@ bool ScannerHost::waitForEvents(const QString &name, std::size_t count)
                           [&](const ReceivedEvent &event) { return event.name == name; });
         return static_cast<std::size_t>(found) >= count;
     });
+}
+
+int droppedBy(const QVariantMap &account, const QString &cause)
+{
+    return account.value(QStringLiteral("causes")).toMap().value(cause).toInt();
+}
+
+bool balances(const QVariantMap &account)
+{
+    const auto number = [&](const QString &key) { return account.value(key).toLongLong(); };
+    qint64 dropped = 0;
+    for (const QVariant &count : account.value(QStringLiteral("causes")).toMap())
+        dropped += count.toLongLong();
+    return number(QStringLiteral("dropped")) == dropped &&
+           number(QStringLiteral("produced")) == number(QStringLiteral("delivered")) + dropped;
 }
 
 std::vector<std::string> libraryCalls(const std::string &function)

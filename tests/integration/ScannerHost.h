@@ -49,9 +49,12 @@ protected:
     /// A scan through captureImage; it waits patiently unless "timeoutMs" says otherwise.
     QVariantList capture(QVariantMap parameters);
     QVariant execute(const QString &command, const QVariantList &arguments = {});
+    static QVariantMap frames(int count) { return {{QStringLiteral("frames"), count}}; }
+    static QVariantMap with(QVariantMap parameters, const QString &key, const QVariant &value);
 
-    /// Events so far; the payload of the last one of a name.
+    /// Events so far; the map that is the payload of the last one.
     std::vector<ReceivedEvent> events(const QString &name) const;
+    QVariantMap lastOf(const QString &name) const;
     /// Waits for so many events of a name; false after a minute.
     bool waitForEvents(const QString &name, std::size_t count);
     /// Runs on the emitting thread with each event, after it was kept.
@@ -64,6 +67,11 @@ private:
     std::condition_variable changed;
     std::vector<ReceivedEvent> received;
 };
+
+/// How many frames of an account, {"frames", "produced", …}, were dropped for a cause.
+int droppedBy(const QVariantMap &account, const QString &cause);
+/// Whether it adds up: what was produced is delivered or dropped, each for one cause.
+bool balances(const QVariantMap &account);
 
 /// The library calls of a function, each as "Function(arguments)".
 std::vector<std::string> libraryCalls(const std::string &function);

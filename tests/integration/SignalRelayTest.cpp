@@ -134,7 +134,6 @@ TEST_F(SignalRelay, ReachesAHostThatConnectsByTextWithEitherSpelling)
 
 TEST_F(SignalRelay, QueuedFromAWorkerThreadArrivesWholeInTheReceiversThread)
 {
-    qRegisterMetaType<QVersionNumber>();
     RecorderControl &demo = loadDemo();
     SyncCore receiver;
     ASSERT_TRUE(QObject::connect(&core, signalText, &receiver, signalText, Qt::QueuedConnection));

@@ -1,5 +1,7 @@
 # Builds the examples as an outside project would and runs the host among them.
 
+include("${CMAKE_CURRENT_LIST_DIR}/OutsideProject.cmake")
+
 function(run)
   execute_process(COMMAND ${ARGN} RESULT_VARIABLE result)
   if(NOT result EQUAL 0)
@@ -8,34 +10,17 @@ function(run)
 endfunction()
 
 file(REMOVE_RECURSE "${WORK_DIR}")
-set(options -G "${GENERATOR}" "-DCMAKE_BUILD_TYPE=${BUILD_TYPE}"
-  "-DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER}")
-if(TOOLCHAIN)
-  list(APPEND options "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}"
-    "-DKVSYNC_WINDOWS_PREFIX=${WINDOWS_PREFIX}")
-else()
-  list(APPEND options "-DCMAKE_CXX_COMPILER=${COMPILER}")
-endif()
-
-if(SANITIZERS)
-  list(APPEND options "-DCMAKE_CXX_FLAGS=-fsanitize=${SANITIZERS}")
-endif()
-
-set(prefixes ${PREFIX_PATH})
 if(MODE STREQUAL "InstalledSdk")
-  run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${WORK_DIR}/sdk")
-  # Named in full, since a cross build searches the folders of its own system alone.
-  file(GLOB_RECURSE config "${WORK_DIR}/sdk/KvSyncCoreConfig.cmake")
-  cmake_path(GET config PARENT_PATH config)
-  list(APPEND options "-DKvSyncCore_DIR=${config}")
+  set(sdk "${WORK_DIR}/sdk")
+  run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${sdk}")
 else()
-  list(APPEND options "-DKVSYNC_SOURCE_DIR=${SOURCE_DIR}" "-DKVSYNC_SANITIZERS=${SANITIZERS}"
+  set(sdk "")
+  set(checkout "-DKVSYNC_SOURCE_DIR=${SOURCE_DIR}" "-DKVSYNC_SANITIZERS=${SANITIZERS}"
     "-DKVSYNC_TESSEL3SYNC_ROOT=${TESSEL3SYNC_ROOT}")
 endif()
-list(JOIN prefixes "\;" prefixes)
-list(APPEND options "-DCMAKE_PREFIX_PATH=${prefixes}")
+outside_project_options("${sdk}" options)
 
-run(${CMAKE_COMMAND} -S "${SOURCE_DIR}/examples" -B "${WORK_DIR}/build" ${options})
+run(${CMAKE_COMMAND} -S "${SOURCE_DIR}/examples" -B "${WORK_DIR}/build" ${options} ${checkout})
 run(${CMAKE_COMMAND} --build "${WORK_DIR}/build")
 
 set(host "${WORK_DIR}/build/bin/MinimalHost")

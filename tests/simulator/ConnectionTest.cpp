@@ -1,7 +1,9 @@
 #include "ScannerFixture.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
+#include <future>
 #include <set>
 
 using namespace Tessel3Sync;
@@ -43,6 +45,14 @@ TEST_F(Connection, ReplacesTheListsItIsGiven)
     EXPECT_EQ(3u, a.size());
     EXPECT_EQ(3u, b.size());
     EXPECT_EQ(3u, flags.size());
+}
+
+TEST_F(Connection, DoesNotReadTheListsThatItReplaces)
+{
+    // Whatever a host's variables hold: no text stands there.
+    serials = {reinterpret_cast<char *>(1), nullptr};
+    ASSERT_EQ(Ok, GetCamerasInformation("KV-SIM-0001", serials, a, b, flags, count));
+    EXPECT_EQ(allSerials, texts(serials));
 }
 
 TEST_F(Connection, RefusesAnUnknownNameAndLeavesTheListsAlone)
@@ -147,6 +157,31 @@ TEST_F(Connection, ReconnectingKeepsTheSettingsAndConnectingAgainDoesNot)
     EXPECT_EQ(60, brightness);
 }
 
+TEST_F(Connection, LooksAgainForTheScannerOnceItHasWaitedForACallback)
+{
+    connect();
+    std::promise<void> entered;
+    std::promise<void> release;
+    std::atomic<bool> first{true};
+    FrameCatcher catcher(device, [&](const Frame &) {
+        if (first.exchange(false)) {
+            entered.set_value();
+            release.get_future().wait();
+        }
+    });
+    ASSERT_EQ(Ok, EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, true));
+    entered.get_future().wait();
+    void *other = nullptr;
+    std::future<RETSTATUS> connected = std::async(
+        std::launch::async, [&] { return ConnectDevice("SPECKLE", "", serials, a, b, other); });
+    // The old connection ends before the wait.
+    EXPECT_TRUE(eventually([&] { return GetConnectCameraCount(device, count) != Ok; }));
+    setAttached(false);
+    release.set_value();
+    expectRefused(UnknownScanner, connected.get());
+    EXPECT_EQ(nullptr, other);
+}
+
 TEST_F(Connection, DescribesItsCameras)
 {
     connect();
@@ -213,4 +248,70 @@ TEST_F(Connection, UnknownStatusesHaveATextToo)
         ASSERT_EQ(Ok, GetStatusDescriptionString(status, text));
         EXPECT_STREQ("unknown status", text);
     }
+}
+
+class Reset : public Scanner
+{
+protected:
+    Reset() { connect(); }
+
+    /// Sets one thing of each sort.
+    void setAll()
+    {
+        EXPECT_EQ(Ok, SetProjectorBrightness(device, 11));
+        EXPECT_EQ(Ok, SetCameraGain(device, 0, 3));
+        EXPECT_EQ(Ok, SetVideoTriggerPeriod(device, 7));
+        setTurntableAngle(30.0);
+        std::string text = "kept";
+        EXPECT_EQ(Ok, WriteUserInfomation(device, 0, text.data(), 4));
+    }
+
+    std::vector<int> settings()
+    {
+        int brightness = 0;
+        int gain = 0;
+        int period = 0;
+        EXPECT_EQ(Ok, GetProjectorBrightness(device, brightness));
+        EXPECT_EQ(Ok, GetCameraGain(device, 0, gain));
+        EXPECT_EQ(Ok, GetVideoTriggerPeriod(device, period));
+        return {brightness, gain, period};
+    }
+
+    std::string userInformation()
+    {
+        std::vector<char> room(512);
+        char *buffer = room.data();
+        EXPECT_EQ(Ok, ReadUserInfomation(device, 0, buffer));
+        return buffer;
+    }
+};
+
+TEST_F(Reset, ConnectingBeginsWithEverySettingAndKeepsTableAndUserInformation)
+{
+    const FrameCatcher catcher(device);
+    setAll();
+    ASSERT_EQ(Ok, EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, true));
+    connect();
+    const Account before = account();
+    EXPECT_EQ((std::vector<int>{60, 16, 2}), settings());
+    EXPECT_EQ(30.0, turntableAngle());
+    EXPECT_EQ("kept", userInformation());
+    // No callback: what a new scan makes is lost, and nothing was made until then.
+    ASSERT_EQ(Ok, EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, true));
+    EXPECT_TRUE(eventually([&] { return account().noCallback > before.noCallback; }));
+}
+
+TEST_F(Reset, ReconnectingStopsTheTriggerAndKeepsSettingsAndCallbacks)
+{
+    FrameCatcher catcher(device);
+    setAll();
+    ASSERT_EQ(Ok, EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, true));
+    ASSERT_TRUE(catcher.waitFor(1));
+    ASSERT_EQ(Ok, ReconnectDevice(device));
+    const long long produced = account().produced;
+    EXPECT_EQ((std::vector<int>{11, 3, 7}), settings());
+    EXPECT_EQ(produced, account().produced);
+    const std::size_t frames = catcher.frames().size();
+    ASSERT_EQ(Ok, EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, true));
+    EXPECT_TRUE(catcher.waitFor(frames + 1));
 }

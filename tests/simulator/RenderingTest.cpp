@@ -91,12 +91,13 @@ TEST_F(Rendering, BrightnessFollowsExposureAndGainOfThatCameraAlone)
 {
     lightsAsInAScan();
     const Images before = firstImages();
+    const double half = BlackLevel + (meanOf(before[0]) - BlackLevel) / 2.0;
     ASSERT_EQ(Ok, SetCameraExposure(device, 0, 4000.0));
     const Images shorter = firstImages();
-    EXPECT_NEAR(meanOf(before[0]) / 2.0, meanOf(shorter[0]), 2.0);
+    EXPECT_NEAR(half, meanOf(shorter[0]), 0.5);
     EXPECT_EQ(before[1], shorter[1]);
     ASSERT_EQ(Ok, SetCameraExposureAndGain(device, 0, 8000.0, 0));
-    EXPECT_NEAR(meanOf(before[0]) / 2.0, meanOf(firstImages()[0]), 2.0);
+    EXPECT_NEAR(half, meanOf(firstImages()[0]), 0.5);
 }
 
 TEST_F(Rendering, FullExposureAndGainSaturate)
@@ -177,8 +178,8 @@ const LightCase lightCases[] = {
      [](void *&device) { strobe(device, 20); }},
     {"Infrared", [](void *&device) { infrared(device, 30); },
      [](void *&device) { infrared(device, 60); }},
-    {"OneLaserLine", [](void *&device) { laser(device, LaserOneLine, 30); },
-     [](void *&device) { laser(device, LaserParallelLines, 30); }},
+    {"OneLaserLine", [](void *&device) { laser(device, LaserOneLine, 60); },
+     [](void *&device) { laser(device, LaserParallelLines, 60); }},
     {"ParallelLaserLines", [](void *&device) { laser(device, LaserParallelLines, 20); },
      [](void *&device) { laser(device, LaserParallelLines, 60); }},
     {"CrossedLaserLines", [](void *&device) { laser(device, LaserParallelLines, 30); },
@@ -236,5 +237,5 @@ TEST_F(Rendering, ThePixelsAreTheSameOnEverySystem)
     }
     // Fixed when the scene was made; a change of the scene changes it, a change of compiler or
     // system must not.
-    EXPECT_EQ(17432843333250701106u, hash);
+    EXPECT_EQ(10185151246744118311u, hash);
 }

@@ -34,11 +34,6 @@ void Scanner::connect()
     ASSERT_EQ(Ok, ConnectDevice("SPECKLE", "", serials, a, b, device));
 }
 
-void Scanner::slowDown()
-{
-    ASSERT_EQ(Ok, SetVideoTriggerPeriod(device, 50));
-}
-
 Frame Scanner::firstFrame(int mode)
 {
     for (;;) {
@@ -49,36 +44,21 @@ Frame Scanner::firstFrame(int mode)
     }
 }
 
-bool Scanner::endScansUntil(const std::function<bool()> &ended)
-{
-    return eventually([&] {
-        EXPECT_EQ(Ok, EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, true));
-        // Stopped at once, it would have begun no frame.
-        const auto due = std::chrono::steady_clock::now() + 20ms;
-        eventually([&] { return std::chrono::steady_clock::now() > due; });
-        EXPECT_EQ(Ok, EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, false));
-        return ended();
-    });
-}
-
 void Scanner::expectRefused(Tessel3SyncSimulator::Status status, RETSTATUS result)
 {
     EXPECT_EQ(static_cast<int>(status), static_cast<int>(result));
 }
 
-FrameCatcher::FrameCatcher(void *&scanner)
+FrameCatcher::FrameCatcher(void *&scanner, Reaction reaction)
     : device(scanner)
+    , react(std::move(reaction))
 {
     EXPECT_EQ(Ok, SetScanCallBackFunction(device, &FrameCatcher::receive, this));
 }
 
 FrameCatcher::~FrameCatcher()
 {
-    // Either waits for the callback that may still be running.
-    if (device)
-        SetScanCallBackFunction(device, nullptr, nullptr);
-    else
-        Tessel3SyncSimulator::reset(Tessel3SyncSimulator::setup());
+    endCallbacks(SetScanCallBackFunction(device, nullptr, nullptr));
 }
 
 bool FrameCatcher::waitFor(std::size_t frames)
@@ -119,8 +99,15 @@ void FrameCatcher::receive(const void *const &context, std::vector<unsigned char
         self.caught.push_back(frame);
     }
     self.changed.notify_all();
-    if (self.reaction)
-        self.reaction(frame);
+    if (self.react)
+        self.react(frame);
+}
+
+void endCallbacks(RETSTATUS removal)
+{
+    // The removal has waited for the callback, or the disconnection does.
+    if (removal != Ok)
+        Tessel3SyncSimulator::reset(Tessel3SyncSimulator::setup());
 }
 
 bool eventually(const std::function<bool()> &condition)

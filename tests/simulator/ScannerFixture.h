@@ -38,14 +38,8 @@ protected:
     /// Enumerates and connects, listing the first camera twice as hosts do.
     void connect();
 
-    /// A period long enough that a busy machine drops no frame.
-    void slowDown();
-
     /// Frame number 1 of a new scan, whose noise is therefore always the same.
     Frame firstFrame(int mode = 1);
-
-    /// Runs short scans, whose frames a fault plan holds up, until one has ended as stated.
-    bool endScansUntil(const std::function<bool()> &ended);
 
     /// Expects a refusal, by its status.
     static void expectRefused(Tessel3SyncSimulator::Status status, Tessel3Sync::RETSTATUS result);
@@ -62,11 +56,16 @@ protected:
 class FrameCatcher
 {
 public:
-    explicit FrameCatcher(void *&device);
+    using Reaction = std::function<void(const Frame &)>;
+
+    /// The reaction runs in the callback, after the frame was kept. It is given here and nowhere
+    /// else: so all that it uses is older than the catcher, and still there when its end waits for
+    /// the callback.
+    explicit FrameCatcher(void *&device, Reaction reaction = {});
     ~FrameCatcher();
 
-    /// Runs in the callback, after the frame was kept.
-    std::function<void(const Frame &)> reaction;
+    FrameCatcher(const FrameCatcher &) = delete;
+    FrameCatcher &operator=(const FrameCatcher &) = delete;
 
     /// Waits for so many frames in all; false after ten seconds.
     bool waitFor(std::size_t frames);
@@ -80,10 +79,14 @@ private:
                         const int &width, const int &height, std::vector<int> &numbers);
 
     void *&device;
+    const Reaction react;
     mutable std::mutex mutex;
     std::condition_variable changed;
     std::vector<Frame> caught;
 };
+
+/// Ends a registration, and waits for its callback though the handle is void.
+void endCallbacks(Tessel3Sync::RETSTATUS removal);
 
 /// Waits until the condition holds; false after ten seconds.
 bool eventually(const std::function<bool()> &condition);

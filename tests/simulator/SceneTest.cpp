@@ -1,82 +1,11 @@
+#include "PictureTools.h"
 #include "ScannerFixture.h"
 
-#include <array>
 #include <cmath>
 #include <stdexcept>
 
 using namespace Tessel3Sync;
 using namespace Tessel3SyncSimulator;
-
-namespace {
-
-using Point = std::array<double, 3>;
-
-struct Pixel
-{
-    double x;
-    double y;
-    double depth;
-};
-
-/// From a pixel and its depth to the world, by the calibration alone.
-Point worldPoint(const Calibration &camera, const Pixel &pixel)
-{
-    const Point local{(pixel.x - camera.centreX) / camera.focalLength * pixel.depth,
-                      (pixel.y - camera.centreY) / camera.focalLength * pixel.depth, pixel.depth};
-    Point world = camera.position;
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-        for (std::size_t row = 0; row < 3; ++row)
-            world[axis] += camera.rotation[row * 3 + axis] * local[row];
-    }
-    return world;
-}
-
-/// And back.
-Pixel pictureOf(const Calibration &camera, const Point &world)
-{
-    Point local{};
-    for (std::size_t row = 0; row < 3; ++row) {
-        for (std::size_t axis = 0; axis < 3; ++axis)
-            local[row] += camera.rotation[row * 3 + axis] * (world[axis] - camera.position[axis]);
-    }
-    return {camera.focalLength * local[0] / local[2] + camera.centreX,
-            camera.focalLength * local[1] / local[2] + camera.centreY, local[2]};
-}
-
-template <typename Value>
-double sampled(const std::vector<Value> &image, int width, double x, double y)
-{
-    const int column = static_cast<int>(x);
-    const int row = static_cast<int>(y);
-    const double right = x - column;
-    const double down = y - row;
-    const auto at = [&](int i, int j) {
-        return static_cast<double>(image[static_cast<std::size_t>(j * width + i)]);
-    };
-    return (at(column, row) * (1.0 - right) + at(column + 1, row) * right) * (1.0 - down) +
-           (at(column, row + 1) * (1.0 - right) + at(column + 1, row + 1) * right) * down;
-}
-
-double correlation(const std::vector<std::pair<double, double>> &pairs)
-{
-    double a = 0.0;
-    double b = 0.0;
-    for (const auto &[x, y] : pairs) {
-        a += x / static_cast<double>(pairs.size());
-        b += y / static_cast<double>(pairs.size());
-    }
-    double xx = 0.0;
-    double yy = 0.0;
-    double xy = 0.0;
-    for (const auto &[x, y] : pairs) {
-        xx += (x - a) * (x - a);
-        yy += (y - b) * (y - b);
-        xy += (x - a) * (y - b);
-    }
-    return xy / std::sqrt(xx * yy);
-}
-
-} // namespace
 
 class Scene : public Scanner
 {
@@ -84,8 +13,8 @@ protected:
     Scene()
     {
         ScannerSetup setup = smallSetup();
-        setup.width = 320;
-        setup.height = 256;
+        setup.width = 640;
+        setup.height = 512;
         reset(setup);
         connect();
         Project(device, PROJECTWORKTYPES_SCAN);
@@ -101,8 +30,7 @@ protected:
         const auto rightDepth = trueDepth(CameraKind::RightSpeckle, frame.number);
         std::vector<std::pair<double, double>> pairs;
         for (std::size_t i = 0; i < leftDepth.size(); i += 5) {
-            const Pixel seen{static_cast<double>(static_cast<int>(i) % frame.width),
-                             static_cast<double>(static_cast<int>(i) / frame.width), leftDepth[i]};
+            const Pixel seen = pixelAt(i, frame.width, leftDepth[i]);
             const Pixel other = pictureOf(right, worldPoint(left, seen));
             const double x = other.x + shift;
             if (x < 0 || other.y < 0 || x >= frame.width - 1 || other.y >= frame.height - 1)
@@ -122,7 +50,7 @@ TEST_F(Scene, TheTrueDepthMatchesWhatBothCamerasSee)
     const Frame frame = firstFrame();
     const auto exact = matches(frame, 0.0);
     EXPECT_GT(exact.size(), 10000u);
-    EXPECT_GT(correlation(exact), 0.95);
+    EXPECT_GT(correlation(exact), 0.93);
     EXPECT_LT(correlation(matches(frame, 4.0)), 0.3);
     EXPECT_LT(correlation(matches(frame, -4.0)), 0.3);
 }
@@ -133,21 +61,46 @@ TEST_F(Scene, TheTrueDepthMatchesAtEveryAngleOfTheTable)
         setTurntableAngle(angle);
         EXPECT_EQ(angle, turntableAngle());
         const Frame frame = firstFrame();
-        EXPECT_GT(correlation(matches(frame, 0.0)), 0.95) << angle;
+        EXPECT_GT(correlation(matches(frame, 0.0)), 0.93) << angle;
     }
 }
 
 TEST_F(Scene, TheDepthIsThatOfAnObjectInFrontOfATable)
 {
     const auto depth = trueDepth(CameraKind::LeftSpeckle);
-    ASSERT_EQ(320u * 256u, depth.size());
+    ASSERT_EQ(640u * 512u, depth.size());
     EXPECT_GT(*std::min_element(depth.begin(), depth.end()), 450.0f);
     EXPECT_LT(*std::max_element(depth.begin(), depth.end()), 1000.0f);
     // Neighbours far apart in depth: the outline of the object.
     int jumps = 0;
     for (std::size_t i = 1; i < depth.size(); ++i)
-        jumps += std::abs(depth[i] - depth[i - 1]) > 15.0f && i % 320 != 0;
+        jumps += std::abs(depth[i] - depth[i - 1]) > 15.0f && i % 640 != 0;
     EXPECT_GT(jumps, 50);
+}
+
+TEST_F(Scene, WhatARayAboveTheHorizonMeetsIsNothing)
+{
+    // A picture so high that it shows what lies beyond the floor.
+    ScannerSetup setup = smallSetup();
+    setup.width = 64;
+    setup.height = 288;
+    reset(setup);
+    connect();
+    const auto depth = trueDepth(CameraKind::LeftSpeckle);
+    const auto nothing = std::count(depth.begin(), depth.end(), NothingThere);
+    EXPECT_GT(nothing, 64);
+    EXPECT_LT(nothing, 64 * 100);
+    EXPECT_EQ(NothingThere, depth.front());
+    EXPECT_GT(*std::min_element(depth.begin(), depth.end()), 200.0f);
+    // Below the horizon everything has a depth, and it is dark where nothing is.
+    const auto image = firstFrame().images[0];
+    bool wasThere = false;
+    for (std::size_t row = 0; row < 288; ++row) {
+        const bool isThere = std::isfinite(depth[row * 64]);
+        EXPECT_TRUE(isThere || !wasThere) << row;
+        EXPECT_TRUE(isThere || image[row * 64] <= BlackLevel + 5) << row;
+        wasThere = isThere;
+    }
 }
 
 TEST_F(Scene, TurningTheTableTurnsTheObjectInThePictures)
@@ -169,7 +122,8 @@ TEST_F(Scene, EveryFrameKeepsTheDepthItWasTakenWith)
     ASSERT_TRUE(catcher.waitFor(2));
     setTurntableAngle(90.0);
     const std::size_t atTurn = catcher.frames().size();
-    ASSERT_TRUE(catcher.waitFor(atTurn + 3));
+    // Of those that come now, one may be on its way and four may have waited since before.
+    ASSERT_TRUE(catcher.waitFor(atTurn + 6));
     ASSERT_EQ(Ok, EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, false));
     EXPECT_EQ(straight, trueDepth(CameraKind::LeftSpeckle, 1));
     EXPECT_EQ(trueDepth(CameraKind::LeftSpeckle),
@@ -199,7 +153,7 @@ TEST_F(Scene, TheCamerasStandApartAndLookAtTheSamePlace)
     const Calibration left = calibration(CameraKind::LeftSpeckle);
     const Calibration right = calibration(CameraKind::RightSpeckle);
     EXPECT_EQ(120.0, right.position[0] - left.position[0]);
-    EXPECT_EQ(320, left.width);
+    EXPECT_EQ(640, left.width);
     for (CameraKind kind : {CameraKind::LeftSpeckle, CameraKind::RightSpeckle, CameraKind::Color}) {
         const Calibration camera = calibration(kind);
         const Pixel centre = pictureOf(camera, {0.0, 0.0, 640.0});

@@ -1,5 +1,7 @@
 #include "ScannerFixture.h"
 
+#include <future>
+
 using namespace Tessel3Sync;
 using namespace Tessel3SyncSimulator;
 
@@ -124,4 +126,24 @@ TEST_F(Snapshot, IsRefusedWhileTheCamerasAreClosed)
 {
     ASSERT_EQ(Ok, CloseDeviceCamera(device));
     expectRefused(CamerasClosed, snap());
+}
+
+TEST_F(Snapshot, LooksAgainAtTheCamerasOnceItsPictureIsMade)
+{
+    ScannerSetup setup = smallSetup();
+    setup.width = 1024;
+    setup.height = 1024;
+    RETSTATUS status = RETSTATUS_SUCCESS;
+    // Closed while the picture is made, unless this thread is held up so long; then once more.
+    for (int attempt = 0; attempt < 20 && status == Ok; ++attempt) {
+        ++setup.seed; // a scene that must be made first
+        reset(setup);
+        connect();
+        std::future<RETSTATUS> snapped = std::async(std::launch::async, [this] { return snap(); });
+        ASSERT_TRUE(eventually([] { return callCount("SnapColorImage") == 1; }));
+        ASSERT_EQ(Ok, CloseDeviceCamera(device));
+        status = snapped.get();
+    }
+    expectRefused(CamerasClosed, status);
+    EXPECT_TRUE(images.empty());
 }

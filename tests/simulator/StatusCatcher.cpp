@@ -4,19 +4,16 @@
 
 using namespace Tessel3Sync;
 
-StatusCatcher::StatusCatcher(void *&scanner)
+StatusCatcher::StatusCatcher(void *&scanner, Reaction reaction)
     : device(scanner)
+    , react(std::move(reaction))
 {
     EXPECT_EQ(Ok, SetStatusCallBackFunction(device, &StatusCatcher::receive, this));
 }
 
 StatusCatcher::~StatusCatcher()
 {
-    // Either waits for the callback that may still be running.
-    if (device)
-        SetStatusCallBackFunction(device, nullptr, nullptr);
-    else
-        Tessel3SyncSimulator::reset(Tessel3SyncSimulator::setup());
+    endCallbacks(SetStatusCallBackFunction(device, nullptr, nullptr));
 }
 
 bool StatusCatcher::waitFor(const Events &expected)
@@ -41,7 +38,7 @@ void StatusCatcher::receive(const void *const &context, const unsigned char &fir
         std::lock_guard<std::mutex> lock(self.mutex);
         self.caught.emplace_back(first, second);
     }
-    if (self.reaction)
-        self.reaction();
+    if (self.react)
+        self.react();
     self.changed.notify_all();
 }

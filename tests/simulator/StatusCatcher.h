@@ -11,11 +11,14 @@ class StatusCatcher
 public:
     using Events = std::vector<std::pair<int, int>>;
 
-    explicit StatusCatcher(void *&device);
+    using Reaction = std::function<void()>;
+
+    /// The reaction runs in the callback; see FrameCatcher.
+    explicit StatusCatcher(void *&device, Reaction reaction = {});
     ~StatusCatcher();
 
-    /// Runs in the callback.
-    std::function<void()> reaction;
+    StatusCatcher(const StatusCatcher &) = delete;
+    StatusCatcher &operator=(const StatusCatcher &) = delete;
 
     /// Waits until exactly these came, in this order; false after ten seconds or for others.
     bool waitFor(const Events &expected);
@@ -26,6 +29,7 @@ private:
                         const unsigned char &second);
 
     void *&device;
+    const Reaction react;
     mutable std::mutex mutex;
     std::condition_variable changed;
     Events caught;

@@ -8,15 +8,18 @@
 
 namespace CLI {
 class App;
-}
+class Option;
+} // namespace CLI
 
 namespace KvSyncCli {
 
+class Interruption;
 class StandardOutput;
 
 /// What may be said of every command.
 struct GlobalOptions
 {
+    // Ways from the application's folder, as the core takes them; see PluginDirectory.
     std::string logicDir = "Logic";
     std::string deviceDir = "Device";
     bool verbose = false;
@@ -27,9 +30,11 @@ struct Context
 {
     const GlobalOptions &options;
     StandardOutput &output;
+    Interruption &interruption;
 };
 
-/// A command that was chosen, its options bound. Throws KvSyncTool::Exception on failure.
+/// A command that was chosen, its options bound. Throws KvSyncTool::Exception on failure, with
+/// `InvalidParameter` if what stands on the command line cannot be used.
 using Command = std::function<void(Context &context)>;
 
 // Each adds a subcommand to the command line; parsing it puts the command into `chosen`. One file
@@ -47,6 +52,9 @@ inline std::string toArgument(const QString &text)
 {
     return (text.startsWith(QLatin1Char('[')) ? "\x1f" : "") + text.toStdString();
 }
+
+/// Refuses an empty text, which would mean the same as none. Returns the option.
+CLI::Option *refuseEmpty(CLI::Option *option);
 
 /// The text as it stands on the command line.
 inline QString fromArgument(const std::string &argument)

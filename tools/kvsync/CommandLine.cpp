@@ -4,6 +4,8 @@
 #include "Failure.h"
 #include "Logging.h"
 #include "StandardOutput.h"
+#include "session/Interruption.h"
+#include "session/PluginDirectory.h"
 
 #include <CLI/CLI.hpp>
 #include <KvSyncTool/Exception.h>
@@ -35,52 +37,119 @@ std::vector<std::string> reversed(const QStringList &arguments)
 
 void addGlobalOptions(CLI::App &app, GlobalOptions &options)
 {
-    app.add_option("--logic-dir", options.logicDir,
-                   "Folder of the command plug-ins, below the program's own folder")
-        ->capture_default_str();
-    app.add_option("--device-dir", options.deviceDir,
-                   "Folder of the device plug-ins, below the program's own folder")
-        ->capture_default_str();
+    refuseEmpty(app.add_option("--logic-dir", options.logicDir,
+                               "Folder of the command plug-ins; without it, Logic beside kvsync"));
+    refuseEmpty(app.add_option("--device-dir", options.deviceDir,
+                               "Folder of the device plug-ins; without it, Device beside kvsync"));
     app.add_flag("--verbose", options.verbose, "Show the log on standard error");
+    app.set_version_flag("--version", "kvsync " KVSYNC_VERSION, "Print the version");
+}
+
+void takeFolders(const CLI::App &app, GlobalOptions &options)
+{
+    for (auto *const folder : {&options.logicDir, &options.deviceDir}) {
+        const char *const name = folder == &options.logicDir ? "--logic-dir" : "--device-dir";
+        if (app.count(name) > 0)
+            *folder = wayFromApplication(fromArgument(*folder)).toStdString();
+    }
+}
+
+bool isWrongWord(ErrorCode code)
+{
+    return code == InvalidParameter || code == WrongArgumentCount;
+}
+
+// Tells of the exception that is being handled.
+int reportFailure()
+{
+    printFailure(presentFailureText());
+    try {
+        throw;
+    } catch (const KvSyncTool::Exception &failure) {
+        return isWrongWord(failure.code()) ? wrongCommandLine : failed;
+    } catch (...) {
+        return failed;
+    }
 }
 
 int run(const Command &command, const GlobalOptions &options)
 {
+    Interruption interruption;
     try {
         StandardOutput output(options.verbose);
-        const Logging logging(options.verbose);
-        Context context{options, output};
+        decideOnLogging(options.verbose);
+        Context context{options, output, interruption};
         command(context);
         return succeeded;
-    } catch (const KvSyncTool::Exception &failure) {
-        printFailure(failure.code(), failure.message());
-    } catch (const std::exception &failure) {
-        printFailure(QString::fromLocal8Bit(failure.what()));
+    } catch (...) {
+        if (interruption.signal() == 0)
+            return reportFailure();
     }
-    return failed;
+    printFailure(interruption.text());
+    return interruption.exitStatus();
+}
+
+bool needsSubcommand(const CLI::App &app)
+{
+    const CLI::App *chosen = &app;
+    while (!chosen->get_subcommands().empty())
+        chosen = chosen->get_subcommands().front();
+    return chosen->get_require_subcommand_min() > 0;
+}
+
+// CLI11 calls a command that it does not know a missing one.
+QString whatIsWrong(const CLI::App &app, const CLI::ParseError &error)
+{
+    const std::vector<std::string> unknown = app.remaining(true);
+    if (!needsSubcommand(app) || unknown.empty())
+        return fromArgument(error.what());
+    const QString word = fromArgument(unknown.front());
+    return (word.startsWith(QLatin1Char('-')) ? QStringLiteral("There is no option %1")
+                                              : QStringLiteral("There is no command \"%1\""))
+        .arg(word);
+}
+
+int showHelp(const CLI::App &app, const CLI::ParseError &asked)
+{
+    std::ostringstream help;
+    app.exit(asked, help, help);
+    try {
+        StandardOutput(false).write(QByteArray::fromStdString(help.str()));
+        return succeeded;
+    } catch (...) {
+        return reportFailure();
+    }
 }
 
 // Help that was asked for is no failure.
 int finish(const CLI::App &app, const CLI::ParseError &error)
 {
-    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-        std::ostringstream help;
-        app.exit(error, help, help);
-        StandardOutput(false).write(QByteArray::fromStdString(help.str()));
-        return succeeded;
-    }
-    printFailure(InvalidParameter, fromArgument(error.what()));
+    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success))
+        return showHelp(app, error);
+    printFailure(shownFailure(InvalidParameter, whatIsWrong(app, error)));
     printHint(QStringLiteral("kvsync --help tells more"));
     return wrongCommandLine;
 }
 
 } // namespace
 
+CLI::Option *refuseEmpty(CLI::Option *option)
+{
+    return option->check(CLI::Validator(
+        [](const std::string &text) {
+            return text.empty() ? std::string("An empty text means nothing here") : std::string();
+        },
+        ""));
+}
+
 int runCommandLine(const QStringList &arguments)
 {
     CLI::App app("Drives scanners through the service core and its command plug-ins.", "kvsync");
-    app.footer("Exit status: 0, or 1 if a command failed, or 2 if the command line is wrong.\n"
-               "A failure is told on standard error: the code's name, its number and a text.");
+    app.footer(
+        "Exit status: 0, or 1 if a command failed, or 2 if the command line or a value on it is\n"
+        "wrong (InvalidParameter, WrongArgumentCount), or 128 and the signal's number if a signal\n"
+        "ended it: 130 after Ctrl-C, 143 after SIGTERM.\n"
+        "A failure is told on standard error: the code's name, its number and a text.");
     app.require_subcommand(1);
     app.fallthrough();
     GlobalOptions options;
@@ -90,10 +159,17 @@ int runCommandLine(const QStringList &arguments)
         add(app, chosen);
     try {
         app.parse(reversed(arguments));
+        takeFolders(app, options);
+    } catch (const KvSyncTool::Exception &) {
+        return reportFailure();
     } catch (const CLI::ParseError &error) {
         return finish(app, error);
     }
-    return run(chosen, options);
+    try {
+        return run(chosen, options);
+    } catch (...) {
+        return reportFailure();
+    }
 }
 
 } // namespace KvSyncCli

@@ -6,7 +6,8 @@
 namespace KvSyncCli {
 
 /// Parses and runs; `arguments` begin with the program's own name. Answers with the exit status:
-/// 0, 1 if the command failed, 2 if the command line is wrong.
+/// 0, 1 if the command failed, 2 if the command line or a value on it is wrong, 128 and the
+/// signal's number if a signal ended it.
 int runCommandLine(const QStringList &arguments);
 
 } // namespace KvSyncCli

@@ -1,6 +1,6 @@
 #include "DeviceCommand.h"
-#include "FrameCapture.h"
 #include "Preparation.h"
+#include "session/FrameCapture.h"
 
 #include <CLI/CLI.hpp>
 
@@ -16,12 +16,12 @@ struct DeviceCaptureOptions
     Preparation preparation;
 };
 
-constexpr int firstFrame = 0;
-
 void runCapture(const DeviceCaptureOptions &options, Context &context)
 {
-    captureFrames(context, options.capture, firstFrame,
-                  [&](OpenScanner &device) { prepare(device, options.preparation); });
+    captureFrames(context, options.capture,
+                  {[&](OpenScanner &device) { prepare(device, options.preparation); },
+                   {},
+                   options.preparation.told()});
 }
 
 } // namespace
@@ -32,7 +32,7 @@ void addDeviceCaptureCommand(CLI::App &device, Command &chosen)
     CLI::App *const command =
         device.add_subcommand("capture", "Take frames with a camera and write the images");
     command->footer(
-        "Writes the same files as scan does. Frames have the camera's own numbers, from 0; a gap\n"
+        "Writes the same files as scan does. Frames have the camera's own numbers, from 1; a gap\n"
         "between them is a dropped frame.");
     addCaptureOptions(*command, options->capture);
     command->add_option("--camera", options->capture.camera,

@@ -7,7 +7,6 @@
 #include "plugins/PluginFolders.h"
 
 #include <CLI/CLI.hpp>
-#include <KvSyncTool/Exception.h>
 #include <QtCore/QJsonArray>
 
 #include <memory>
@@ -41,7 +40,7 @@ std::vector<Listing> findPlugins(const GlobalOptions &options)
         const QStringList entries = selection.exists() ? selection.entries() : QStringList();
         for (const QString &entry : entries) {
             const PluginReport report = inspectPlugin(
-                selection, folder.path + QLatin1Char('/') + entry, folder.kind, LoadTrial::No);
+                selection, folder.path + QLatin1Char('/') + entry, folder.kind, std::nullopt);
             if (report.wouldLoad())
                 plugins.push_back({report.fileName.name, report.fileName.version(), {}, {}});
         }
@@ -60,11 +59,8 @@ void ask(ServiceHost &host, Listing &listing)
                       {noDevice, QStringLiteral("listDevices"), QVariant(QVariantList{address})})
                 .toList();
         // The other plug-ins are worth a look all the same.
-    } catch (const KvSyncTool::Exception &failure) {
-        listing.failure =
-            QStringLiteral("%1: %2").arg(shownCode(failure.code()), failure.message());
-    } catch (const std::exception &failure) {
-        listing.failure = QString::fromLocal8Bit(failure.what());
+    } catch (...) {
+        listing.failure = presentFailureText();
     }
 }
 

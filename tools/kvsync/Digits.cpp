@@ -11,7 +11,6 @@ namespace {
 constexpr int columns = 3;
 constexpr int rows = 5;
 constexpr int dotSize = 2;
-constexpr int ink = 0;
 
 const char *const digits[10][rows] = {
     {"###", "# #", "# #", "# #", "###"}, {" # ", "## ", " # ", " # ", "###"},
@@ -27,7 +26,7 @@ void drawDot(QImage &image, int left, int top)
     const int bottom = std::min(top + dotSize, image.height());
     for (int y = top; y < bottom; ++y)
         for (int x = left; x < right; ++x)
-            image.scanLine(y)[x] = ink;
+            image.setPixelColor(x, y, Qt::black);
 }
 
 void drawDigit(QImage &image, int digit, int left, int top)

@@ -5,7 +5,7 @@
 
 namespace KvSyncCli {
 
-/// Writes a number from 0 in black on an 8-bit grey image, its left upper corner at the place
+/// Writes a number from 0 in black on an image, its left upper corner at the place
 /// given; what does not fit is cut off. Fonts would need a whole graphical application.
 void drawNumber(QImage &image, int number, int left, int top);
 

@@ -3,6 +3,8 @@
 #include "OpenDevice.h"
 #include "ServiceHost.h"
 #include "StandardOutput.h"
+#include "session/PluginDirectory.h"
+#include "session/PluginVersion.h"
 
 #include <CLI/CLI.hpp>
 #include <QtCore/QJsonArray>
@@ -20,7 +22,7 @@ struct ExecOptions
     std::string plugin;
     std::string function;
     std::vector<std::string> arguments;
-    std::string version = "1.0";
+    std::string version;
     std::string open;
     bool base64 = false;
 };
@@ -69,7 +71,8 @@ QVariantList parseArguments(const std::vector<std::string> &texts)
     return arguments;
 }
 
-QVariant callFunction(ServiceHost &host, const ExecOptions &options, const QVariantList &arguments)
+QVariant callFunction(ServiceHost &host, Interruption &interruption, const ExecOptions &options,
+                      const QVariantList &arguments)
 {
     const QString function = fromArgument(options.function);
     if (options.open.empty()) {
@@ -80,7 +83,7 @@ QVariant callFunction(ServiceHost &host, const ExecOptions &options, const QVari
         return result;
     }
     const QVariant parameters = parseJson(fromArgument(options.open), QStringLiteral("--open"));
-    OpenDevice device(host, parameters.toMap());
+    OpenDevice device(host, interruption, parameters.toMap());
     QVariant result = device.call(function, arguments);
     device.close();
     return result;
@@ -90,13 +93,15 @@ void runExec(const ExecOptions &options, Context &context)
 {
     const Bytes bytes = options.base64 ? Bytes::Base64 : Bytes::Summary;
     const QVariantList arguments = parseArguments(options.arguments);
-    const QVersionNumber version = QVersionNumber::fromString(fromArgument(options.version));
+    const QVersionNumber version =
+        choosePluginVersion(pluginDirectory(fromArgument(context.options.logicDir)),
+                            fromArgument(options.plugin), fromArgument(options.version));
     EventList events(bytes);
     QVariant result;
     {
         ServiceHost host(context.options, fromArgument(options.plugin), version);
         host.listen([&events](const Event &event) { events.append(event); });
-        result = callFunction(host, options, arguments);
+        result = callFunction(host, context.interruption, options, arguments);
     }
     context.output.write(jsonText({{QStringLiteral("result"), toJson(result, bytes)},
                                    {QStringLiteral("signals"), events.all()}}));
@@ -122,13 +127,12 @@ void addExecCommand(CLI::App &app, Command &chosen)
     command->add_option("FUNCTION", options->function, "Name of the function")->required();
     command->add_option("ARGUMENTS", options->arguments,
                         "Arguments of the function, one JSON value each");
-    command
-        ->add_option("--version", options->version,
-                     "Version of the plug-in; the newest build of it is taken")
-        ->capture_default_str();
-    command->add_option("--open", options->open,
-                        "Open a device with these parameters (JSON) first, put its handle before "
-                        "the arguments, and close it afterwards");
+    refuseEmpty(command->add_option(
+        "--version", options->version,
+        "Version of the plug-in, of which the newest build is taken; without it, the newest"));
+    refuseEmpty(command->add_option("--open", options->open,
+                                    "Open a device with these parameters (JSON) first, put its "
+                                    "handle before the arguments, and close it afterwards"));
     command->add_flag("--base64", options->base64,
                       "Print byte arrays in full, not as their size and SHA-256");
     command->callback([options, &chosen] {

@@ -1,21 +1,31 @@
 #include "Failure.h"
 
+#include <KvSyncTool/Exception.h>
 #include <QtCore/QByteArray>
 
 #include <cstdio>
 
 namespace KvSyncCli {
 
-QString shownCode(ErrorCode code)
+QString shownFailure(ErrorCode code, const QString &text)
 {
     const char *const name = KvSyncTool::errorCodeName(code);
-    return QString::asprintf("%s (0x%08X)", name ? name : "UnnamedCode",
-                             static_cast<unsigned int>(code));
+    return QString::asprintf("%s (0x%08X): ", name ? name : "UnnamedCode",
+                             static_cast<unsigned int>(code)) +
+           text;
 }
 
-void printFailure(ErrorCode code, const QString &text)
+QString presentFailureText()
 {
-    printHint(QStringLiteral("kvsync: %1: %2").arg(shownCode(code), text));
+    try {
+        throw;
+    } catch (const KvSyncTool::Exception &failure) {
+        return shownFailure(failure.code(), failure.message());
+    } catch (const std::exception &failure) {
+        return QString::fromLocal8Bit(failure.what());
+    } catch (...) {
+        return QStringLiteral("A plug-in threw something that is no exception");
+    }
 }
 
 void printFailure(const QString &text)

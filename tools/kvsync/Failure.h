@@ -6,15 +6,15 @@
 
 namespace KvSyncCli {
 
-/// "kvsync: ConnectFailed (0x010D000A): text" on standard error.
-void printFailure(ErrorCode code, const QString &text);
-/// The same for a failure without a code.
+/// "kvsync: text" on standard error.
 void printFailure(const QString &text);
 /// A further line for people on standard error.
 void printHint(const QString &text);
 
-/// "ConnectFailed (0x010D000A)"; a plug-in's own code has no name and reads "UnnamedCode".
-QString shownCode(ErrorCode code);
+/// "ConnectFailed (0x010D000A): text"; a plug-in's own code has no name and reads "UnnamedCode".
+QString shownFailure(ErrorCode code, const QString &text);
+/// What is to be said of the exception that is being handled, whatever it is.
+QString presentFailureText();
 
 } // namespace KvSyncCli
 

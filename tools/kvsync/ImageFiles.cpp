@@ -1,7 +1,10 @@
 #include "ImageFiles.h"
 
+#include "output/AtomicFile.h"
+
 #include <KvSyncDevice/CameraInterface.h>
 #include <KvSyncTool/Exception.h>
+#include <QtCore/QBuffer>
 #include <QtCore/QTemporaryFile>
 #include <QtCore/QtEndian>
 #include <QtGui/QImageWriter>
@@ -22,6 +25,9 @@ struct Layout
     int bytes; ///< of a pixel
     QImage::Format imageFormat;
 };
+
+// Noise does not get smaller by compression, and a scan must keep up.
+constexpr int uncompressed = 100;
 
 // A Bayer image is shown as the mosaic that it is.
 constexpr Layout layouts[] = {
@@ -51,12 +57,6 @@ void widen(QImage &image, int bitDepth)
             pixels[column] =
                 static_cast<quint16>(qFromLittleEndian(pixels[column]) << (fullDepth - bitDepth));
     }
-}
-
-[[noreturn]] void raiseUnwritable(const QString &path, const QString &reason)
-{
-    throw KvSyncTool::Exception(PathNotExist,
-                                QStringLiteral("%1 cannot be written: %2").arg(path, reason));
 }
 
 } // namespace
@@ -103,13 +103,15 @@ QImage imageFrom(const QVariantMap &map)
     return image;
 }
 
-QString writePng(const QDir &folder, const QString &name, const QImage &image)
+void writePng(const QString &path, const QImage &image)
 {
-    QString path = folder.filePath(name);
-    QImageWriter writer(path, "png");
+    // By way of memory: the library of the format would tell of a full disk in its own words.
+    QBuffer png;
+    QImageWriter writer(&png, "png");
+    writer.setQuality(uncompressed);
     if (!writer.write(image))
         raiseUnwritable(path, writer.errorString());
-    return path;
+    writeAtomically(path, [&png](QIODevice &file) { return writeAll(file, png.data()); });
 }
 
 } // namespace KvSyncCli

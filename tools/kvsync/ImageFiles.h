@@ -16,8 +16,8 @@ QDir openOutputFolder(const QString &path);
 /// holds no whole image of a known format.
 QImage imageFrom(const QVariantMap &map);
 
-/// Writes a PNG file and answers with its path. Throws `PathNotExist`.
-QString writePng(const QDir &folder, const QString &name, const QImage &image);
+/// Writes a PNG file, whole or not at all. Throws `PathNotExist`.
+void writePng(const QString &path, const QImage &image);
 
 } // namespace KvSyncCli
 

@@ -3,16 +3,9 @@
 
 namespace KvSyncCli {
 
-/// Both log channels of the process: on standard error if verbose, else silent. Nothing is written
-/// to log files.
-class Logging
-{
-public:
-    explicit Logging(bool verbose);
-    ~Logging();
-    Logging(const Logging &) = delete;
-    Logging &operator=(const Logging &) = delete;
-};
+/// Both log channels of the process, to its end: on standard error if verbose, else silent,
+/// whatever the environment says. Nothing is written to log files.
+void decideOnLogging(bool verbose);
 
 } // namespace KvSyncCli
 

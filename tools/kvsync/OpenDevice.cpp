@@ -1,22 +1,30 @@
 #include "OpenDevice.h"
 
-#include <KvSyncTool/Exception.h>
-
 namespace KvSyncCli {
 
-OpenDevice::OpenDevice(ServiceHost &serviceHost, const QVariantMap &parameters)
-    : host(serviceHost)
-    , handle(host.call(QStringLiteral("openDevices"), {parameters}))
+namespace {
+
+// Nobody leaves while a device is being opened: it would stay open.
+QVariant open(ServiceHost &host, Interruption &interruption, const QVariantMap &parameters)
 {
+    const Interruption::Ending later(interruption, [] {});
+    return host.call(QStringLiteral("openDevices"), {parameters});
+}
+
+} // namespace
+
+OpenDevice::OpenDevice(ServiceHost &serviceHost, Interruption &interruption,
+                       const QVariantMap &parameters)
+    : host(serviceHost)
+    , handle(open(serviceHost, interruption, parameters))
+{
+    ending.emplace(interruption, [this] { closeAnyhow(); });
 }
 
 OpenDevice::~OpenDevice()
 {
-    try {
-        close();
-    } catch (const KvSyncTool::Exception &) {
-        // Another failure is on its way to the user; this one is its consequence.
-    }
+    ending.reset();
+    closeAnyhow();
 }
 
 QVariant OpenDevice::call(const QString &function, const QVariantList &furtherArguments)
@@ -26,10 +34,17 @@ QVariant OpenDevice::call(const QString &function, const QVariantList &furtherAr
 
 void OpenDevice::close()
 {
-    if (!isOpen)
-        return;
-    isOpen = false;
-    host.call(QStringLiteral("closeDevices"), {handle});
+    if (isOpen.exchange(false))
+        host.close(handle.toLongLong());
+}
+
+void OpenDevice::closeAnyhow()
+{
+    try {
+        close();
+    } catch (...) {
+        // Another failure is on its way to the user; this one is its consequence.
+    }
 }
 
 } // namespace KvSyncCli

@@ -2,14 +2,19 @@
 #define KVSYNC_OPENDEVICE_H
 
 #include "ServiceHost.h"
+#include "session/Interruption.h"
+
+#include <atomic>
+#include <optional>
 
 namespace KvSyncCli {
 
-/// A device that a plug-in opened; closed again at the end, whatever happens.
+/// A device that a plug-in opened; closed again at the end, whatever happens, and as soon as the
+/// process shall end.
 class OpenDevice
 {
 public:
-    OpenDevice(ServiceHost &serviceHost, const QVariantMap &parameters);
+    OpenDevice(ServiceHost &serviceHost, Interruption &interruption, const QVariantMap &parameters);
     ~OpenDevice();
     OpenDevice(const OpenDevice &) = delete;
     OpenDevice &operator=(const OpenDevice &) = delete;
@@ -17,13 +22,17 @@ public:
     /// Calls a function whose first argument is the device's handle.
     QVariant call(const QString &function, const QVariantList &furtherArguments = {});
 
-    /// Closes now. Throws if the plug-in refuses.
+    /// Closes now, which ends a call that is under way. Any thread, more than once. Throws if the
+    /// plug-in refuses.
     void close();
+    /// The same, but throws nothing.
+    void closeAnyhow();
 
 private:
     ServiceHost &host;
     const QVariant handle;
-    bool isOpen = true;
+    std::atomic<bool> isOpen{true};
+    std::optional<Interruption::Ending> ending;
 };
 
 } // namespace KvSyncCli

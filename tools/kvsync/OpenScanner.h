@@ -17,13 +17,13 @@ namespace KvSyncCli {
 struct DeviceOptions
 {
     std::string serial;
-    std::string plugin; ///< a device plug-in; empty for the directly linked scanner
-    std::string version = "1.0";
+    std::string plugin;  ///< a device plug-in; empty for the directly linked scanner
+    std::string version; ///< of the plug-in; empty for the newest
     int index = 0;
     bool json = false;
 
-    /// What the Scanner plug-in's openDevices takes.
-    QVariantMap address() const;
+    /// What the Scanner plug-in's openDevices takes. Throws what choosePluginVersion throws.
+    QVariantMap address(const GlobalOptions &global) const;
 };
 
 /// For the directly linked scanner: adds "--serial" and "--json".
@@ -50,7 +50,9 @@ public:
         return device.call(QStringLiteral("execute"), {command, QVariant(arguments)});
     }
 
+    /// See OpenDevice.
     void close() { device.close(); }
+    void closeAnyhow() { device.closeAnyhow(); }
 
 private:
     ServiceHost host;

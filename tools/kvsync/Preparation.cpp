@@ -19,7 +19,47 @@ bool isOn(const NamedValue &flag)
     return flag.value == QLatin1String("on");
 }
 
+QVariantMap settingsOf(const Preparation &preparation)
+{
+    QVariantMap settings;
+    for (const std::string &text : preparation.settings) {
+        const NamedValue setting = splitNamedValue(fromArgument(text));
+        settings.insert(setting.name, parseJson(setting.value, setting.name));
+    }
+    return settings;
+}
+
+QVariantMap flagsOf(const Light &light)
+{
+    QVariantMap flags;
+    for (const std::string &text : light.flags) {
+        const NamedValue flag = splitNamedValue(fromArgument(text));
+        flags.insert(flag.name, isOn(flag));
+    }
+    return flags;
+}
+
 } // namespace
+
+QVariantMap Preparation::told() const
+{
+    QVariantMap all;
+    if (!settings.empty())
+        all.insert(QStringLiteral("set"), settingsOf(*this));
+    if (turntableDegrees)
+        all.insert(QStringLiteral("turntableDegrees"), *turntableDegrees);
+    return all;
+}
+
+QVariantMap Light::parameters() const
+{
+    QVariantMap all;
+    if (!flags.empty())
+        all.insert(QStringLiteral("switch"), flagsOf(*this));
+    if (!pattern.empty())
+        all.insert(QStringLiteral("pattern"), fromArgument(pattern));
+    return all;
+}
 
 void addSettingOption(CLI::App &command, Preparation &preparation)
 {
@@ -32,16 +72,21 @@ void addSettingOption(CLI::App &command, Preparation &preparation)
 void addPreparationOptions(CLI::App &command, Preparation &preparation)
 {
     addSettingOption(command, preparation);
-    command
-        .add_option("--switch", preparation.flags,
-                    "Switch NAME=on or NAME=off first: infraredLaser, blueLaser; may be repeated")
-        ->allow_extra_args(false);
-    command.add_option("--project", preparation.pattern,
-                       "Project off, stripes, speckle or cross first; a scan projects by itself");
     command.add_option("--turntable", preparation.turntableDegrees,
                        "Turn the simulated scanner's object to this angle first, in degrees");
 }
 
+void addLightOptions(CLI::App &command, Light &light, const std::string &withoutPattern)
+{
+    command
+        .add_option("--switch", light.flags,
+                    "Switch NAME=on or NAME=off: infraredLaser, blueLaser; may be repeated")
+        ->allow_extra_args(false);
+    refuseEmpty(command.add_option("--project", light.pattern,
+                                   "Project off, flat, speckle or stripes" + withoutPattern));
+}
+
+// In the order of the command line: a later value may depend on an earlier one.
 void prepare(OpenScanner &scanner, const Preparation &preparation)
 {
     for (const std::string &text : preparation.settings) {
@@ -49,17 +94,20 @@ void prepare(OpenScanner &scanner, const Preparation &preparation)
         scanner.call(QStringLiteral("setProperty"),
                      {setting.name, parseJson(setting.value, setting.name)});
     }
-    for (const std::string &text : preparation.flags) {
-        const NamedValue flag = splitNamedValue(fromArgument(text));
-        scanner.call(QStringLiteral("setFlagBitInterface"), {flag.name, isOn(flag)});
-    }
-    if (!preparation.pattern.empty())
-        scanner.call(QStringLiteral("project"), {fromArgument(preparation.pattern)});
     if (preparation.turntableDegrees)
         scanner.call(QStringLiteral("turntableRotate"),
                      {QStringLiteral("simulator"),
                       QVariantMap{{QStringLiteral("degrees"), *preparation.turntableDegrees}},
                       false});
+}
+
+void switchLight(OpenScanner &scanner, const Light &light)
+{
+    const QVariantMap flags = flagsOf(light);
+    for (auto flag = flags.begin(); flag != flags.end(); ++flag)
+        scanner.call(QStringLiteral("setFlagBitInterface"), {flag.key(), flag.value()});
+    if (!light.pattern.empty())
+        scanner.call(QStringLiteral("project"), {fromArgument(light.pattern)});
 }
 
 } // namespace KvSyncCli

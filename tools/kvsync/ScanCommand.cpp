@@ -1,7 +1,7 @@
 #include "Command.h"
 #include "Environment.h"
-#include "FrameCapture.h"
 #include "Preparation.h"
+#include "session/FrameCapture.h"
 
 #include <CLI/CLI.hpp>
 
@@ -15,17 +15,17 @@ struct ScanOptions
 {
     CaptureOptions capture;
     Preparation preparation;
+    Light light;
     std::string plan;
 };
-
-constexpr int firstFrame = 1;
 
 void runScan(const ScanOptions &options, Context &context)
 {
     if (!options.plan.empty())
         useFaultPlan(fromArgument(options.plan));
-    captureFrames(context, options.capture, firstFrame,
-                  [&](OpenScanner &scanner) { prepare(scanner, options.preparation); });
+    captureFrames(context, options.capture,
+                  {[&](OpenScanner &scanner) { prepare(scanner, options.preparation); },
+                   options.light.parameters(), options.preparation.told()});
 }
 
 } // namespace
@@ -36,14 +36,16 @@ void addScanCommand(CLI::App &app, Command &chosen)
     CLI::App *const command =
         app.add_subcommand("scan", "Scan with the directly linked scanner and write the images");
     command->footer(
-        "Writes frame-NNNNN-camera-C.png for every image and contact-sheet.png (a row a camera, a\n"
-        "column a frame). Frame numbers begin at 1; a gap between them is a dropped frame. The\n"
-        "summary tells the SHA-256 of every image's pixels.");
+        "Writes frame-NNNNN-camera-C.png for every image as soon as it comes, scan.json (what was\n"
+        "asked for, what came and when, and why the scan ended) and contact-sheet.png (a row a\n"
+        "camera, a column a frame). Frame numbers begin at 1; a gap between them is a dropped\n"
+        "frame. --json prints scan.json.");
     addCaptureOptions(*command, options->capture);
-    command->add_flag("--color", options->capture.color, "Scan with the colour camera too");
-    command->add_option("--plan", options->plan,
-                        "Fault plan for the simulated scanner, a JSON file");
+    command->add_flag("--color", options->capture.color, "Scan with the color camera too");
+    refuseEmpty(command->add_option("--plan", options->plan,
+                                    "Fault plan for the simulated scanner, a JSON file"));
     addPreparationOptions(*command, options->preparation);
+    addLightOptions(*command, options->light, "; without it, a scan projects speckle");
     addScannerOptions(*command, options->capture.device);
     command->callback([options, &chosen] {
         chosen = [options](Context &context) { runScan(*options, context); };

@@ -7,7 +7,7 @@ namespace KvSyncCli {
 namespace {
 
 constexpr void (*addCommands[])(CLI::App &scanner, Command &chosen) = {
-    addScannerInfoCommand, addScannerGetCommand,  addScannerSetCommand,
+    addScannerListCommand, addScannerInfoCommand, addScannerGetCommand,      addScannerSetCommand,
     addScannerSnapCommand, addScannerLinkCommand, addScannerUserInfoCommand,
 };
 

@@ -6,6 +6,7 @@
 namespace KvSyncCli {
 
 // The commands below "scanner": one file each, one row each in ScannerCommand.cpp.
+void addScannerListCommand(CLI::App &scanner, Command &chosen);
 void addScannerInfoCommand(CLI::App &scanner, Command &chosen);
 void addScannerGetCommand(CLI::App &scanner, Command &chosen);
 void addScannerSetCommand(CLI::App &scanner, Command &chosen);

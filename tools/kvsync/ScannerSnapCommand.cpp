@@ -18,6 +18,7 @@ struct SnapOptions
 {
     DeviceOptions scanner;
     Preparation preparation;
+    Light light;
     std::string folder;
     std::optional<int> route;
 };
@@ -44,6 +45,7 @@ QVariantList snap(const SnapOptions &options, Context &context)
         parameters.insert(QStringLiteral("route"), *options.route);
     OpenScanner scanner(context, options.scanner);
     prepare(scanner, options.preparation);
+    switchLight(scanner, options.light);
     const QVariantList planes =
         scanner.call(QStringLiteral("captureImage"), {QStringLiteral("color"), parameters})
             .toList();
@@ -63,7 +65,7 @@ void runSnap(const SnapOptions &options, Context &context)
         const QString name = QStringLiteral("snapshot-plane-%1.png").arg(images.size());
         const QString hash = sha256(map.value(QStringLiteral("data")).toByteArray());
         images.append(imageFrom(map));
-        writePng(folder, name, images.last());
+        writePng(folder.filePath(name), images.last());
         summary.append(QJsonObject{{QStringLiteral("file"), name},
                                    {QStringLiteral("width"), images.last().width()},
                                    {QStringLiteral("height"), images.last().height()},
@@ -73,7 +75,8 @@ void runSnap(const SnapOptions &options, Context &context)
     QJsonObject object{{QStringLiteral("folder"), folder.absolutePath()},
                        {QStringLiteral("planes"), summary}};
     if (images.size() == colorPlanes) {
-        const QString picture = writePng(folder, QStringLiteral("snapshot.png"), combined(images));
+        const QString picture = folder.filePath(QStringLiteral("snapshot.png"));
+        writePng(picture, combined(images));
         object.insert(QStringLiteral("picture"), picture);
         text += QStringLiteral("picture %1\n").arg(QDir::toNativeSeparators(picture));
     }
@@ -89,11 +92,13 @@ void addScannerSnapCommand(CLI::App &scanner, Command &chosen)
         scanner.add_subcommand("snap", "Take a snapshot with the color camera");
     command->footer("Writes snapshot-plane-N.png for each plane of the sensor and, if there are\n"
                     "three, snapshot.png with them as red, green and blue.");
-    command->add_option("--out", options->folder, "Folder for the images; made if missing")
+    refuseEmpty(
+        command->add_option("--out", options->folder, "Folder for the images; made if missing"))
         ->required();
     command->add_option("--route", options->route,
                         "The scanner library's control route; 2, as in a scan, if missing");
     addPreparationOptions(*command, options->preparation);
+    addLightOptions(*command, options->light, "");
     addScannerOptions(*command, options->scanner);
     command->callback([options, &chosen] {
         chosen = [options](Context &context) { runSnap(*options, context); };

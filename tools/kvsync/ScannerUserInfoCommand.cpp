@@ -35,9 +35,10 @@ void addUserInfoOptions(CLI::App &command, UserInfoOptions &options)
 {
     command.add_option("--address", options.address, "Block of the store, from 0")
         ->capture_default_str();
-    command.add_option("--store", options.store,
-                       "File in which a simulated scanner keeps its user information; without it, "
-                       "that is gone when kvsync ends");
+    refuseEmpty(command.add_option(
+        "--store", options.store,
+        "File in which a simulated scanner keeps its user information; without it, that is gone "
+        "when kvsync ends"));
     addScannerOptions(command, options.scanner);
 }
 

@@ -12,6 +12,12 @@ ServiceHost::ServiceHost(const GlobalOptions &options, QString pluginName, QVers
 {
     core.init(fromArgument(options.logicDir), fromArgument(options.deviceDir));
     core.loadCommandPlugin(plugin, pluginVersion);
+    commands = core.getCommandPlugin(plugin, pluginVersion);
+}
+
+void ServiceHost::close(qint64 handle)
+{
+    commands->closeDevices(handle);
 }
 
 QVariant ServiceHost::call(const QString &function, const QVariantList &arguments)

@@ -24,6 +24,9 @@ public:
     /// Throws what the core throws when the plug-in cannot be loaded.
     ServiceHost(const GlobalOptions &options, QString pluginName, QVersionNumber version);
 
+    /// Closes a device, from any thread: a plug-in must bear that, the core need not.
+    void close(qint64 handle);
+
     /// Calls one of the plug-in's functions.
     QVariant call(const QString &function, const QVariantList &arguments);
 
@@ -34,6 +37,7 @@ private:
     KvSyncCore::SyncCore core;
     const QString plugin;
     const QVersionNumber pluginVersion;
+    CommandInterface *commands = nullptr; ///< the core's, for as long as the process lives
 };
 
 } // namespace KvSyncCli

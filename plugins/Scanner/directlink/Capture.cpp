@@ -1,101 +1,81 @@
 #include "Capture.h"
 
 #include "Errors.h"
+#include "FrameQueue.h"
 #include "ScanSession.h"
+#include "Thrown.h"
 
 #include <algorithm>
 #include <chrono>
-#include <condition_variable>
-#include <deque>
+#include <exception>
 #include <optional>
-#include <utility>
 
 namespace Scanner {
 
 namespace {
 
-using KvSyncCore::DeviceController;
 using std::chrono::milliseconds;
+using std::chrono::steady_clock;
 
-constexpr int mostFrames = 10000;
 constexpr int longestTimeoutMs = 3600000;
 constexpr milliseconds quietTime(250);
 
-int defaultTimeoutMs(int periodMs)
+struct CaptureRequest
 {
-    return 10000 + 10 * periodMs;
-}
-
-/// Frames on their way from the library's thread to the one that captures.
-class CaptureQueue : public FrameSink
-{
-public:
-    explicit CaptureQueue(int frames)
-        : wanted(frames)
+    CaptureRequest(const Parameters &read, DirectLink &link)
     {
+        read.allowOnly(QStringLiteral("A scan"),
+                       ScanRequest::keys() + QStringList{QStringLiteral("frames"),
+                                                         QStringLiteral("keep"),
+                                                         QStringLiteral("timeoutMs")});
+        frames = read.wholeNumber(QStringLiteral("frames"), 1, mostFrames);
+        keep = read.flag(QStringLiteral("keep"), true);
+        const auto limitMs =
+            read.optionalWholeNumber(QStringLiteral("timeoutMs"), 1, longestTimeoutMs);
+        scan = ScanRequest::from(read, link);
+        limit = milliseconds(limitMs.value_or(10000 + 10 * scan.periodMs));
     }
 
-    void take(Frame frame) override
-    {
-        {
-            const std::lock_guard<std::mutex> lock(mutex);
-            if (wanted == 0)
-                return;
-            waiting.push_back(std::move(frame));
-            --wanted;
-        }
-        changed.notify_one();
-    }
-
-    void cancel(const QString &reason) override
-    {
-        {
-            const std::lock_guard<std::mutex> lock(mutex);
-            cancelled = reason;
-        }
-        changed.notify_one();
-    }
-
-    /// The next frame, or none if it does not come in time. Throws `CameraFailed` once cancelled.
-    std::optional<Frame> next(milliseconds limit)
-    {
-        std::unique_lock<std::mutex> lock(mutex);
-        const bool inTime =
-            changed.wait_for(lock, limit, [this] { return cancelled || !waiting.empty(); });
-        if (!inTime)
-            return std::nullopt;
-        if (cancelled)
-            raise(CameraFailed, *cancelled);
-        Frame frame = std::move(waiting.front());
-        waiting.pop_front();
-        return frame;
-    }
-
-private:
-    std::mutex mutex;
-    std::condition_variable changed;
-    std::deque<Frame> waiting;
-    int wanted;
-    std::optional<QString> cancelled;
+    int frames;
+    bool keep;
+    ScanRequest scan;
+    milliseconds limit{0};
 };
 
 /// The next frame, or none if it does not come in time. A scanner that is quiet for a while is
 /// asked whether it is still there.
-std::optional<Frame> nextFrame(CaptureQueue &queue, DirectLink &link, milliseconds limit)
+std::optional<Frame> nextFrame(FrameQueue &queue, DirectLink &link, milliseconds limit)
 {
-    const auto end = std::chrono::steady_clock::now() + limit;
+    const auto deadline = steady_clock::now() + limit;
     while (true) {
-        const auto left =
-            std::chrono::duration_cast<milliseconds>(end - std::chrono::steady_clock::now());
+        const auto left = std::chrono::duration_cast<milliseconds>(deadline - steady_clock::now());
         if (std::optional<Frame> frame = queue.next(std::min(left, quietTime)))
             return frame;
-        if (left <= quietTime)
+        if (const std::optional<ScanEnd> end = queue.cancelled())
+            raise(CameraFailed, end->text);
+        link.ifLost([&] { queue.cancel(lostConnection()); });
+        if (left <= quietTime && !queue.cancelled())
             return std::nullopt;
-        ErrorCode answer = Success;
-        int cameras = 0;
-        link.callIfOpen([&](DeviceController &c) { answer = c.getConnectCameraCount(cameras); });
-        check(answer == Success ? Success : CameraFailed,
-              QStringLiteral("The connection to the scanner was lost during the scan"));
+    }
+}
+
+void receiveFrames(FrameQueue &queue, DirectLink &link, const CaptureRequest &request,
+                   const Publish &publish, QVariantList &images)
+{
+    for (int arrived = 0; arrived < request.frames; ++arrived) {
+        const std::optional<Frame> frame = nextFrame(queue, link, request.limit);
+        if (!frame)
+            raise(CameraFailed,
+                  QStringLiteral("The scanner fell silent: %1 of %2 frames came, then none for "
+                                 "%3 ms")
+                      .arg(arrived)
+                      .arg(request.frames)
+                      .arg(request.limit.count()));
+        const QVariantList maps = imageMaps(*frame, queue.start());
+        if (request.keep)
+            images += maps;
+        publish(QStringLiteral("frameArrived"), maps);
+        publish(QStringLiteral("progress"), {queue.account().toMap()});
     }
 }
 
@@ -104,32 +84,24 @@ std::optional<Frame> nextFrame(CaptureQueue &queue, DirectLink &link, millisecon
 QVariantList captureScan(DirectLink &link, FrameReceiver &receiver, const QVariantMap &parameters,
                          const Publish &publish)
 {
-    const Parameters read(parameters);
-    const int frames = read.wholeNumber(QStringLiteral("frames"), 1, mostFrames);
-    const ScanRequest request = ScanRequest::from(read, link);
-    const milliseconds limit(
-        read.optionalWholeNumber(QStringLiteral("timeoutMs"), 1, longestTimeoutMs)
-            .value_or(defaultTimeoutMs(request.periodMs)));
-
-    const auto queue = std::make_shared<CaptureQueue>(frames);
-    const ScanSession session(link, receiver, queue, request);
+    const CaptureRequest request(Parameters(parameters), link);
+    const auto queue = std::make_shared<FrameQueue>(request.frames);
     QVariantList images;
-    FrameAccount account;
-    while (account.delivered() < frames) {
-        const std::optional<Frame> frame = nextFrame(*queue, link, limit);
-        if (!frame)
-            raise(CameraFailed,
-                  QStringLiteral("The scanner fell silent: %1 of %2 frames came, then none for "
-                                 "%3 ms")
-                      .arg(account.delivered())
-                      .arg(frames)
-                      .arg(limit.count()));
-        account.add(*frame);
-        const QVariantList maps = imageMaps(*frame);
-        images += maps;
-        publish(QStringLiteral("frameArrived"), maps);
-        publish(QStringLiteral("progress"), progressOf(account, frames));
+    ScanEnd end;
+    std::exception_ptr thrown;
+    {
+        const ScanSession session(link, receiver, queue, request.scan);
+        try {
+            receiveFrames(*queue, link, request, publish, images);
+        } catch (...) {
+            thrown = std::current_exception();
+            end = queue->cancelled().value_or(ScanEnd{EndReason::Failed, thrownText()});
+        }
     }
+    queue->close();
+    publishEnd(publish, end, queue->account());
+    if (thrown)
+        std::rethrow_exception(thrown);
     return images;
 }
 

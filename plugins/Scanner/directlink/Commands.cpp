@@ -1,6 +1,6 @@
 #include "Commands.h"
 
-#include "Errors.h"
+#include "Parameters.h"
 
 #include <QtCore/QStringList>
 
@@ -42,16 +42,6 @@ const Command *findCommand(const QString &name)
 }
 // clang-format on
 
-void checkKeys(const Command &command, const QVariantMap &parameters)
-{
-    for (auto entry = parameters.begin(); entry != parameters.end(); ++entry) {
-        if (!command.keys.contains(entry.key()))
-            raise(InvalidParameter,
-                  QStringLiteral("The command \"%1\" has no parameter \"%2\", but %3")
-                      .arg(command.name, entry.key(), command.keys.join(QStringLiteral(", "))));
-    }
-}
-
 } // namespace
 
 bool isLinkCommand(const QString &name)
@@ -61,12 +51,11 @@ bool isLinkCommand(const QString &name)
 
 QVariantMap runLinkCommand(DirectLink &link, const QString &name, const QVariantMap &parameters)
 {
-    checkKeys(*findCommand(name), parameters);
+    Parameters(parameters)
+        .allowOnly(QStringLiteral("The command \"%1\"").arg(name), findCommand(name)->keys);
     QMap<QString, QVariant> used = parameters;
-    check(link.call([&](DeviceController &c) {
-        return c.executeCommand(DirectLink::handle, name, used);
-    }),
-          QStringLiteral("The scanner refuses the command \"%1\"").arg(name));
+    link.run(QStringLiteral("The scanner refuses the command \"%1\"").arg(name),
+             [&](DeviceController &c) { return c.executeCommand(DirectLink::handle, name, used); });
     return used;
 }
 

@@ -1,6 +1,7 @@
 #include "DirectLink.h"
 
 #include "Errors.h"
+#include "Light.h"
 
 namespace Scanner {
 
@@ -12,6 +13,8 @@ struct FoundCameras
 {
     ErrorCode result;
     QVariantList cameras;
+
+    bool arePresent() const { return result == Success && !cameras.isEmpty(); }
 };
 
 FoundCameras findCameras(DeviceController &controller, const QString &serial)
@@ -33,26 +36,11 @@ FoundCameras findCameras(DeviceController &controller, const QString &serial)
     return found;
 }
 
-QVariantList connectedCameras(DeviceController &controller)
+/// A scanner that was unplugged has no cameras until they are connected again.
+bool answers(DeviceController &controller)
 {
-    int count = 0;
-    check(controller.getConnectCameraCount(count),
-          QStringLiteral("The scanner does not say how many cameras it has"));
-    QVariantList cameras;
-    for (int i = 0; i < count; ++i) {
-        QString serial;
-        int width = 0;
-        int height = 0;
-        check(controller.getCameraSerialNumber(i, serial),
-              QStringLiteral("Camera %1 does not give its serial number").arg(i));
-        check(controller.getCameraResolution(i, width, height),
-              QStringLiteral("Camera %1 does not give its resolution").arg(i));
-        cameras.append(QVariantMap{{QStringLiteral("camera"), i},
-                                   {QStringLiteral("serial"), serial},
-                                   {QStringLiteral("width"), width},
-                                   {QStringLiteral("height"), height}});
-    }
-    return cameras;
+    int cameras = 0;
+    return controller.getConnectCameraCount(cameras) == Success && cameras > 0;
 }
 
 } // namespace
@@ -63,20 +51,24 @@ void DirectLink::setController(DeviceController *newController)
     controller = newController;
     // The core hands itself over again with every load; another core knows nothing of a scanner
     // that was opened through the one before.
-    int count = 0;
-    isOpen = isOpen && controller && controller->getConnectCameraCount(count) == Success;
+    int cameras = 0;
+    if (state != State::Closed &&
+        (!controller || controller->getConnectCameraCount(cameras) != Success))
+        state = State::Closed;
 }
 
 void DirectLink::open(const QString &serial, void *statusFunction, void *statusContext)
 {
     const std::lock_guard<std::mutex> lock(mutex);
-    if (isOpen)
+    if (state != State::Closed && !isConnected())
+        raiseLost();
+    if (state == State::Open)
         raise(ConnectFailed,
               QStringLiteral("The scanner is open already; close handle %1 first").arg(handle));
     if (controller->connectDeviceBySerial(handle, serial) != Success)
         raise(ConnectFailed, whyNotConnected(serial));
     controller->setStatusCallback(handle, statusFunction, statusContext);
-    isOpen = true;
+    state = State::Open;
     openSerial = serial;
 }
 
@@ -84,8 +76,9 @@ void DirectLink::close(qint64 askedHandle)
 {
     const std::lock_guard<std::mutex> lock(mutex);
     checkOpen(askedHandle);
-    isOpen = false;
+    state = State::Closed;
     controller->stopScan();
+    switchLasersOff(*controller);
     controller->setStatusCallback(handle, nullptr, nullptr);
     check(controller->disconnectDevice(handle),
           QStringLiteral("The scanner refuses to disconnect"));
@@ -95,18 +88,26 @@ void DirectLink::reset(qint64 askedHandle)
 {
     const std::lock_guard<std::mutex> lock(mutex);
     checkOpen(askedHandle);
+    if (!isConnected() && !findCameras(*controller, openSerial).arePresent())
+        raise(ConnectFailed, QStringLiteral("The scanner is not back yet; wait until it is, then "
+                                            "call resetDevices again"));
     check(controller->reconnectDevice(handle), QStringLiteral("The scanner refuses to reconnect"));
+    state = answers(*controller) ? State::Open : State::Lost;
+    if (state == State::Lost)
+        raiseLost();
 }
 
 QVariantList DirectLink::list()
 {
     const std::lock_guard<std::mutex> lock(mutex);
+    const bool isOpen = state != State::Closed;
     const QString serial = isOpen ? openSerial : QString();
     const FoundCameras found = findCameras(*controller, serial);
-    if (!isOpen && (found.result != Success || found.cameras.isEmpty()))
+    if (!isOpen && !found.arePresent())
         return {};
     QVariantMap scanner{{QStringLiteral("serial"), serial},
-                        {QStringLiteral("connected"), isOpen},
+                        {QStringLiteral("connected"), isOpen && isConnected()},
+                        {QStringLiteral("present"), found.arePresent()},
                         {QStringLiteral("cameras"), found.cameras}};
     bool fastUsb = false;
     if (controller->isConnectedOnU3(serial, fastUsb) == Success)
@@ -118,22 +119,23 @@ QVariantList DirectLink::list()
 
 QVariantMap DirectLink::facts()
 {
-    const std::lock_guard<std::mutex> lock(mutex);
-    checkOpen(handle);
+    QString serial;
     QString firmware;
     int periodMs = 0;
     bool fastUsb = false;
-    check(controller->getFirewareVersion(QString(), QString(), firmware),
-          QStringLiteral("The scanner does not give its firmware version"));
-    check(controller->getVideoTriggerPeriod(periodMs),
-          QStringLiteral("The scanner does not give its trigger period"));
-    check(controller->isConnectedOnU3(openSerial, fastUsb),
-          QStringLiteral("The scanner does not say how it is connected"));
-    return {{QStringLiteral("serial"), openSerial},
+    run(QStringLiteral("The scanner does not give its firmware version"),
+        [&](DeviceController &c) { return c.getFirewareVersion(QString(), QString(), firmware); });
+    run(QStringLiteral("The scanner does not give its trigger period"),
+        [&](DeviceController &c) { return c.getVideoTriggerPeriod(periodMs); });
+    run(QStringLiteral("The scanner does not say how it is connected"), [&](DeviceController &c) {
+        serial = openSerial;
+        return c.isConnectedOnU3(serial, fastUsb);
+    });
+    return {{QStringLiteral("serial"), serial},
             {QStringLiteral("firmware"), firmware},
             {QStringLiteral("fastUsb"), fastUsb},
             {QStringLiteral("periodMs"), periodMs},
-            {QStringLiteral("cameras"), connectedCameras(*controller)}};
+            {QStringLiteral("cameras"), connectedCameras()}};
 }
 
 void DirectLink::requireOpen(qint64 askedHandle)
@@ -142,10 +144,60 @@ void DirectLink::requireOpen(qint64 askedHandle)
     checkOpen(askedHandle);
 }
 
+void DirectLink::requireConnection()
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    checkOpen(handle);
+    if (!isConnected())
+        raiseLost();
+}
+
 void DirectLink::checkOpen(qint64 askedHandle) const
 {
-    if (!isOpen || askedHandle != handle)
+    if (state == State::Closed || askedHandle != handle)
         raiseNotOpen(askedHandle);
+}
+
+bool DirectLink::isConnected()
+{
+    if (state == State::Open && !answers(*controller))
+        state = State::Lost;
+    return state == State::Open;
+}
+
+void DirectLink::expect(ErrorCode result, const QString &text)
+{
+    if (result != Success && !isConnected())
+        raiseLost();
+    check(result, text);
+}
+
+void DirectLink::raiseLost()
+{
+    raise(ConnectFailed, QStringLiteral("The connection to the scanner was lost; wait until the "
+                                        "scanner is back, then call resetDevices"));
+}
+
+QVariantList DirectLink::connectedCameras()
+{
+    int count = 0;
+    run(QStringLiteral("The scanner does not say how many cameras it has"),
+        [&](DeviceController &c) { return c.getConnectCameraCount(count); });
+    QVariantList cameras;
+    for (int i = 0; i < count; ++i) {
+        QString serial;
+        int width = 0;
+        int height = 0;
+        run(QStringLiteral("Camera %1 does not give its serial number").arg(i),
+            [&](DeviceController &c) { return c.getCameraSerialNumber(i, serial); });
+        run(QStringLiteral("Camera %1 does not give its resolution").arg(i),
+            [&](DeviceController &c) { return c.getCameraResolution(i, width, height); });
+        cameras.append(QVariantMap{{QStringLiteral("camera"), i},
+                                   {QStringLiteral("serial"), serial},
+                                   {QStringLiteral("width"), width},
+                                   {QStringLiteral("height"), height}});
+    }
+    return cameras;
 }
 
 // The link answers every failed connection with one code; asking once more tells them apart.

@@ -9,8 +9,10 @@
 
 namespace Scanner {
 
-/// The one scanner behind the direct link, and whether it is open. The link takes no lock of its
-/// own, so every call goes through the one here; any thread may call.
+/// The one scanner behind the direct link: closed, open, or open with its connection lost. A
+/// connection that was found lost stays so until `reset`, also when the scanner is back: its
+/// cameras are closed then. The link takes no lock of its own, so every call goes through the one
+/// here; any thread may call.
 class DirectLink
 {
 public:
@@ -24,45 +26,67 @@ public:
     /// Throws `ConnectFailed` with the reason. `statusFunction`, a Tessel3Sync::StatusCallBack, is
     /// registered with its context, which must live as long as the process.
     void open(const QString &serial, void *statusFunction, void *statusContext);
-    /// Stops a scan, leaves the projector dark and disconnects. Closed afterwards, even if the
-    /// library refuses to disconnect, which throws `ConnectFailed`.
+    /// Stops a scan, leaves lasers and projector dark and disconnects. Closed afterwards, even if
+    /// the library refuses to disconnect, which throws `ConnectFailed`.
     void close(qint64 askedHandle);
-    /// Closes the cameras and connects them again. Throws `ConnectFailed`.
+    /// Closes the cameras and connects them again, also after the connection was lost. Throws
+    /// `ConnectFailed`, as long as the scanner is not back for one.
     void reset(qint64 askedHandle);
 
-    /// One map for each scanner that is open or can be opened.
+    /// One map for each scanner that is open or can be opened: see ScannerPlugin.
     QVariantList list();
     /// What the open scanner says about itself.
     QVariantMap facts();
 
-    /// Throws `HandleInvalid` unless it is the open scanner's.
+    /// Throws `HandleInvalid` unless it is the open scanner's, its connection lost or not.
     void requireOpen(qint64 askedHandle);
-
-    /// Runs `action` with the controller, alone. Throws `HandleInvalid` if no scanner is open.
+    /// Asks the scanner. Throws `HandleInvalid` if none is open, `ConnectFailed` if its connection
+    /// is lost.
+    void requireConnection();
+    /// Runs `action` if the open scanner, asked, turns out to be lost.
     template <typename Action>
-    auto call(Action action)
+    void ifLost(Action action)
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (state != State::Closed && !isConnected())
+            action();
+    }
+
+    /// Runs `action` with the controller, alone. If it does not answer `Success`, its code is
+    /// thrown with `text`, or `ConnectFailed` if the connection turns out to be lost; that, and
+    /// `HandleInvalid`, are thrown before it runs, too.
+    template <typename Action>
+    void run(const QString &text, Action action)
     {
         const std::lock_guard<std::mutex> lock(mutex);
         checkOpen(handle);
-        return action(*controller);
+        if (state == State::Lost)
+            raiseLost();
+        expect(action(*controller), text);
     }
 
-    /// The same; does nothing if no scanner is open.
+    /// Runs `action` with the controller if the scanner is open, its connection lost or not.
     template <typename Action>
     void callIfOpen(Action action)
     {
         const std::lock_guard<std::mutex> lock(mutex);
-        if (isOpen)
+        if (state != State::Closed)
             action(*controller);
     }
 
 private:
+    enum class State { Closed, Open, Lost };
+
     void checkOpen(qint64 askedHandle) const;
+    bool isConnected();
+    void expect(ErrorCode result, const QString &text);
+    [[noreturn]] static void raiseLost();
+    QVariantList connectedCameras();
     QString whyNotConnected(const QString &serial);
 
     std::mutex mutex;
     KvSyncCore::DeviceController *controller = nullptr;
-    bool isOpen = false;
+    State state = State::Closed;
     QString openSerial;
 };
 

@@ -1,8 +1,8 @@
 #include "FrameReceiver.h"
 
 #include "Errors.h"
+#include "Thrown.h"
 
-#include <new>
 #include <utility>
 
 namespace Scanner {
@@ -22,10 +22,10 @@ void FrameReceiver::end()
     ended.swap(sink);
 }
 
-void FrameReceiver::cancel(const QString &reason)
+void FrameReceiver::cancel(const ScanEnd &end)
 {
     if (const std::shared_ptr<FrameSink> running = currentSink())
-        running->cancel(reason);
+        running->cancel(end);
 }
 
 bool FrameReceiver::isReceiving() const
@@ -34,18 +34,20 @@ bool FrameReceiver::isReceiving() const
 }
 
 void FrameReceiver::receive(const void *const &context, std::vector<unsigned char *> &images,
-                            const int &width, const int &height, std::vector<int> &numbers)
+                            const int &width, const int &height, std::vector<int> &numbers) noexcept
 {
-    const std::shared_ptr<FrameSink> running =
-        static_cast<const FrameReceiver *>(context)->currentSink();
-    if (!running)
-        return;
-    try {
-        running->take(copyFrame(images, width, height, numbers));
-    } catch (const std::bad_alloc &) {
-        // Nothing may be thrown into the library. A frame without room is a lost one: the next
-        // one's number tells.
-    }
+    runLogged("The end of a scan", [&] {
+        const std::shared_ptr<FrameSink> running =
+            static_cast<const FrameReceiver *>(context)->currentSink();
+        if (!running)
+            return;
+        try {
+            running->take(copyFrame(images, width, height, numbers));
+        } catch (...) {
+            running->cancel({EndReason::Failed,
+                             QStringLiteral("A frame could not be taken: %1").arg(thrownText())});
+        }
+    });
 }
 
 std::shared_ptr<FrameSink> FrameReceiver::currentSink() const

@@ -2,8 +2,7 @@
 #define SCANNER_FRAMERECEIVER_H
 
 #include "Frame.h"
-
-#include <QtCore/QString>
+#include "ScanEnd.h"
 
 #include <memory>
 #include <mutex>
@@ -19,8 +18,8 @@ public:
 
     /// Runs on the library's thread: it must return at once.
     virtual void take(Frame frame) = 0;
-    /// No further frame will come, for the reason given.
-    virtual void cancel(const QString &reason) = 0;
+    /// The scan is over: no further frame is wanted.
+    virtual void cancel(const ScanEnd &end) = 0;
 };
 
 /// Stands behind the library's scan callback. It outlives every scan, as the callback's context
@@ -34,12 +33,13 @@ public:
     /// Frames that still come are ignored.
     void end();
     /// Tells the running scan, if there is one, to end.
-    void cancel(const QString &reason);
+    void cancel(const ScanEnd &end);
     bool isReceiving() const;
 
-    /// A Tessel3Sync::ScanCallBack whose context is a FrameReceiver.
+    /// A Tessel3Sync::ScanCallBack whose context is a FrameReceiver. Whatever goes wrong ends the
+    /// scan: nothing may be thrown into the library.
     static void receive(const void *const &context, std::vector<unsigned char *> &images,
-                        const int &width, const int &height, std::vector<int> &numbers);
+                        const int &width, const int &height, std::vector<int> &numbers) noexcept;
 
 private:
     std::shared_ptr<FrameSink> currentSink() const;

@@ -2,7 +2,6 @@
 
 #include "NamedRow.h"
 
-#include <QtCore/QMap>
 #include <QtCore/QVariant>
 
 namespace Scanner {
@@ -23,9 +22,14 @@ struct Flag
 using Text = QLatin1String;
 
 // clang-format off
-const Flag flags[] = {
+const Flag lasers[] = {
     {Text("infraredLaser"), Text("EnableIRLaser"), Text(), 0, Text("bIRLaserEnable")},
     {Text("blueLaser"), Text("EnableBlueLaser"), Text("laserWorkMode"), 0, Text("bLaserEnable")},
+};
+
+const Flag flags[] = {
+    lasers[0],
+    lasers[1],
     {Text("trigger"), Text("EnableVideoTrigger"), Text("cameraTriggerMode"), 1, Text("bEnable")},
 };
 
@@ -37,40 +41,91 @@ struct Pattern
 
 const Pattern patterns[] = {
     {Text("off"), ProjectorSpace::NoPattern},
-    {Text("stripes"), ProjectorSpace::StripePattern},
+    {Text("flat"), ProjectorSpace::FlatPattern},
     {Text("speckle"), ProjectorSpace::SpecklePattern},
-    {Text("cross"), ProjectorSpace::CrossPattern},
+    {Text("stripes"), ProjectorSpace::StripePattern},
 };
 // clang-format on
+
+const Pattern &patternNamed(const QString &name)
+{
+    return rowNamed(patterns, name, QStringLiteral("pattern"));
+}
+
+ErrorCode set(DeviceController &controller, const Flag &flag, bool on)
+{
+    QMap<QString, QVariant> parameters{{flag.flagKey, on}};
+    if (!flag.modeKey.isEmpty())
+        parameters.insert(flag.modeKey, flag.mode);
+    return controller.executeCommand(DirectLink::handle, flag.command, parameters);
+}
 
 } // namespace
 
 void switchFlag(DirectLink &link, const QString &name, bool on)
 {
     const Flag &flag = rowNamed(flags, name, QStringLiteral("flag"));
-    QMap<QString, QVariant> parameters{{flag.flagKey, on}};
-    if (!flag.modeKey.isEmpty())
-        parameters.insert(flag.modeKey, flag.mode);
-    check(link.call([&](DeviceController &c) {
-        return c.executeCommand(DirectLink::handle, flag.command, parameters);
-    }),
-          QStringLiteral("The scanner refuses to switch \"%1\"").arg(name));
+    link.run(QStringLiteral("The scanner refuses to switch \"%1\"").arg(name),
+             [&](DeviceController &c) { return set(c, flag, on); });
 }
 
 void projectPattern(DirectLink &link, const QString &name)
 {
-    const Pattern &pattern = rowNamed(patterns, name, QStringLiteral("pattern"));
-    check(link.call([&](DeviceController &c) {
-        return c.project(DirectLink::handle, pattern.type, ProjectorSpace::DefaultVariant);
-    }),
-          QStringLiteral("The scanner refuses to project \"%1\"").arg(name));
+    const Pattern &pattern = patternNamed(name);
+    link.run(QStringLiteral("The scanner refuses to project \"%1\"").arg(name),
+             [&](DeviceController &c) {
+                 return c.project(DirectLink::handle, pattern.type, ProjectorSpace::DefaultVariant);
+             });
 }
 
 void switchLightOff(DirectLink &link)
 {
-    switchFlag(link, QStringLiteral("infraredLaser"), false);
-    switchFlag(link, QStringLiteral("blueLaser"), false);
+    for (const Flag &laser : lasers)
+        switchFlag(link, laser.name, false);
     projectPattern(link, QStringLiteral("off"));
+}
+
+void switchLasersOff(DeviceController &controller)
+{
+    for (const Flag &laser : lasers)
+        set(controller, laser, false);
+}
+
+ScanLight ScanLight::from(const Parameters &parameters)
+{
+    ScanLight light;
+    if (parameters.has(QStringLiteral("pattern"))) {
+        light.pattern = parameters.text(QStringLiteral("pattern"));
+        patternNamed(light.pattern);
+    }
+    const QVariantMap asked = parameters.map(QStringLiteral("switch"));
+    for (auto entry = asked.begin(); entry != asked.end(); ++entry) {
+        rowNamed(lasers, entry.key(), QStringLiteral("laser"));
+        light.switches.insert(entry.key(),
+                              flagFrom(entry.value(), QStringLiteral("\"%1\"").arg(entry.key())));
+    }
+    return light;
+}
+
+QStringList ScanLight::keys()
+{
+    return {QStringLiteral("pattern"), QStringLiteral("switch")};
+}
+
+void ScanLight::apply(DirectLink &link) const
+{
+    if (!pattern.isEmpty())
+        projectPattern(link, pattern);
+    for (auto laser = switches.begin(); laser != switches.end(); ++laser)
+        switchFlag(link, laser.key(), laser.value());
+}
+
+void ScanLight::end(DeviceController &controller) const
+{
+    for (const Flag &laser : lasers) {
+        if (switches.value(laser.name, false))
+            set(controller, laser, false);
+    }
 }
 
 } // namespace Scanner

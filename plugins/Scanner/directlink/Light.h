@@ -2,21 +2,45 @@
 #define SCANNER_LIGHT_H
 
 #include "DirectLink.h"
+#include "Parameters.h"
 
+#include <QtCore/QMap>
 #include <QtCore/QString>
 
 namespace Scanner {
 
-/// Switches a flag: "infraredLaser", "blueLaser" (in work mode 0) or "trigger" (without colour).
+/// Switches a flag: "infraredLaser", "blueLaser" (in work mode 0) or "trigger" (without color).
 /// Throws `FunctionNotExist` for another name, `CommandFailed` if the scanner refuses.
 void switchFlag(DirectLink &link, const QString &name, bool on);
 
-/// Projects "off", "stripes", "speckle" or "cross". Throws `FunctionNotExist` for another name,
+/// Projects "off", "flat", "speckle" or "stripes". Throws `FunctionNotExist` for another name,
 /// `ProjectorFailed` if the scanner refuses.
 void projectPattern(DirectLink &link, const QString &name);
 
 /// Lasers and projector off, in this order, up to the first that the scanner refuses: that throws.
 void switchLightOff(DirectLink &link);
+/// Lasers off, whatever the scanner says to it.
+void switchLasersOff(KvSyncCore::DeviceController &controller);
+
+/// The light that a scan is asked to have; what is not asked for is as the scan starts it.
+class ScanLight
+{
+public:
+    /// Reads "pattern", as projectPattern takes it, and "switch": a map of lasers by their flags.
+    /// Throws `InvalidParameter` or `FunctionNotExist`.
+    static ScanLight from(const Parameters &parameters);
+    static QStringList keys();
+
+    bool isAsked() const { return !pattern.isEmpty() || !switches.isEmpty(); }
+    /// Throws as projectPattern and switchFlag do.
+    void apply(DirectLink &link) const;
+    /// Switches those lasers off that the scan switched on.
+    void end(KvSyncCore::DeviceController &controller) const;
+
+private:
+    QString pattern;
+    QMap<QString, bool> switches;
+};
 
 } // namespace Scanner
 

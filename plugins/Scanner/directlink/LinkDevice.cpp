@@ -6,10 +6,11 @@
 #include "Light.h"
 #include "Parameters.h"
 #include "Snapshot.h"
+#include "Thrown.h"
 #include "Turntable.h"
 #include "UserInformation.h"
 
-#include <new>
+#include <system_error>
 #include <utility>
 
 namespace Scanner {
@@ -26,10 +27,11 @@ struct QuietEnd
 
 } // namespace
 
-LinkDevice::LinkDevice(Publish publishEvent)
+LinkDevice::LinkDevice(Publish publishEvent, EventThread::Maker threadMaker)
     : publish(std::move(publishEvent))
-    , stream(link, receiver, events, publish)
+    , stream(link, receiver, events, publish, [this] { endScanIfLost(); })
     , settings(link)
+    , events(std::move(threadMaker))
 {
 }
 
@@ -40,7 +42,10 @@ void LinkDevice::setController(KvSyncCore::DeviceController *controller)
 
 void LinkDevice::open(const QVariantMap &parameters)
 {
-    const QString serial = Parameters(parameters).text(QStringLiteral("serial"));
+    const Parameters read(parameters);
+    read.allowOnly(QStringLiteral("A scanner of the direct link"), {QStringLiteral("serial")});
+    const QString serial = read.text(QStringLiteral("serial"));
+    startThread();
     link.open(serial, reinterpret_cast<void *>(&LinkDevice::receiveStatus), this);
     settings.forget();
 }
@@ -55,16 +60,27 @@ void LinkDevice::requireOpen()
     link.requireOpen(DirectLink::handle);
 }
 
+void LinkDevice::startThread()
+{
+    try {
+        events.start();
+    } catch (const std::system_error &) {
+        raise(ConnectFailed,
+              QStringLiteral("The thread for the scanner's events cannot be started: %1")
+                  .arg(thrownText()));
+    }
+}
+
 void LinkDevice::close()
 {
     const QuietEnd end{events};
-    receiver.cancel(QStringLiteral("The scanner was closed during the scan"));
-    stream.stop();
+    endScan(QStringLiteral("The scanner was closed during the scan"));
     link.close(DirectLink::handle);
 }
 
 void LinkDevice::reset()
 {
+    endScan(QStringLiteral("The scanner was reset during the scan"));
     link.reset(DirectLink::handle);
 }
 
@@ -109,6 +125,7 @@ QVariantList LinkDevice::capture(const QString &kind, const QVariantMap &paramet
 
 void LinkDevice::rotate(const QString &name, const QVariantMap &parameters, bool isRelative)
 {
+    link.requireConnection();
     rotateTurntable(name, parameters, isRelative);
 }
 
@@ -143,8 +160,7 @@ QVariant LinkDevice::startScan(const QVariantList &arguments)
 
 QVariant LinkDevice::stopScan(const QVariantList &)
 {
-    receiver.cancel(QStringLiteral("The scan was stopped before its last frame"));
-    return stream.stop();
+    return endScan(QStringLiteral("The scan was stopped before its last frame")).toMap();
 }
 
 QVariant LinkDevice::info(const QVariantList &)
@@ -164,19 +180,33 @@ QVariant LinkDevice::writeUserInformation(const QVariantList &arguments)
     return Scanner::writeUserInformation(link, arguments);
 }
 
-void LinkDevice::receiveStatus(const void *const &context, const unsigned char &first,
-                               const unsigned char &second)
+/// Whatever scan runs. One that captureImage runs ends in its own thread.
+FrameAccount LinkDevice::endScan(const QString &text)
 {
-    // The library holds the context as the pointer that open gave it, and only passes it through.
-    auto *const self = static_cast<LinkDevice *>(const_cast<void *>(context));
-    const QVariantList payload{QVariantMap{{QStringLiteral("first"), int(first)},
-                                           {QStringLiteral("second"), int(second)}}};
-    try {
-        self->events.post(
-            [self, payload] { self->publish(QStringLiteral("statusChanged"), payload); });
-    } catch (const std::bad_alloc &) {
-        // Nothing may be thrown into the library.
-    }
+    receiver.cancel({EndReason::Stopped, text});
+    return stream.finish();
+}
+
+void LinkDevice::endScanIfLost()
+{
+    link.ifLost([this] { receiver.cancel(lostConnection()); });
+    stream.finish();
+}
+
+void LinkDevice::receiveStatus(const void *const &context, const unsigned char &first,
+                               const unsigned char &second) noexcept
+{
+    runLogged("A status event of the scanner", [&] {
+        // The library holds the context as the pointer that open gave it, and only passes it on.
+        auto *const self = static_cast<LinkDevice *>(const_cast<void *>(context));
+        const QVariantList payload{QVariantMap{{QStringLiteral("first"), int(first)},
+                                               {QStringLiteral("second"), int(second)}}};
+        self->events.post([self, payload] {
+            // It may tell that the connection was lost; whoever hears of it finds that settled.
+            self->endScanIfLost();
+            self->publish(QStringLiteral("statusChanged"), payload);
+        });
+    });
 }
 
 } // namespace Scanner

@@ -14,14 +14,16 @@ namespace Scanner {
 /// The scanner of the direct link, open or not. It must live as long as the process: the library
 /// may call back at any time.
 ///
-/// Publishes "frameArrived", "progress" and "statusChanged"; see ScannerPlugin.
+/// Publishes "frameArrived", "progress", "scanEnded" and "statusChanged"; see ScannerPlugin.
 class LinkDevice : public Device
 {
 public:
-    explicit LinkDevice(Publish publishEvent);
+    /// `threadMaker` makes the thread of its events, when a scanner is opened.
+    LinkDevice(Publish publishEvent, EventThread::Maker threadMaker);
 
     void setController(KvSyncCore::DeviceController *controller);
-    /// {"serial": text}; an empty text takes the scanner that is there. Throws `ConnectFailed`.
+    /// {"serial": text}; an empty text takes the scanner that is there. Throws `ConnectFailed`,
+    /// also if the thread of the events cannot be started.
     void open(const QVariantMap &parameters);
     /// See DirectLink::list.
     QVariantList list();
@@ -31,7 +33,8 @@ public:
     /// Ends a scan first, in whatever thread it runs. Unless a slot calls it, no event of the event
     /// thread comes after it.
     void close() override;
-    /// Closes the scanner's cameras and connects them again.
+    /// Ends a scan, closes the scanner's cameras and connects them again: the way back after the
+    /// connection was lost.
     void reset() override;
     /// A setting by its name; "list" answers with all of them: see Settings. The value is not used.
     QVariant getProperty(const QString &name, const QVariant &value) override;
@@ -54,7 +57,10 @@ public:
 
 private:
     static void receiveStatus(const void *const &context, const unsigned char &first,
-                              const unsigned char &second);
+                              const unsigned char &second) noexcept;
+    void startThread();
+    FrameAccount endScan(const QString &text);
+    void endScanIfLost();
     QVariant startScan(const QVariantList &arguments);
     QVariant stopScan(const QVariantList &arguments);
     QVariant info(const QVariantList &arguments);
@@ -64,9 +70,9 @@ private:
     const Publish publish;
     DirectLink link;
     FrameReceiver receiver;
-    EventThread events;
     Stream stream;
     Settings settings;
+    EventThread events; ///< ends first: what it runs uses the others
 };
 
 } // namespace Scanner

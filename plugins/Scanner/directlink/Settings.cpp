@@ -57,8 +57,8 @@ Settings::Settings(DirectLink &directLink)
 QVariantList Settings::list()
 {
     int cameras = 0;
-    check(link.call([&](DeviceController &c) { return c.getConnectCameraCount(cameras); }),
-          QStringLiteral("The scanner does not say how many cameras it has"));
+    link.run(QStringLiteral("The scanner does not say how many cameras it has"),
+             [&](DeviceController &c) { return c.getConnectCameraCount(cameras); });
     QVariantList list;
     const auto append = [&](const Setting &setting, const QString &name) {
         QVariantMap entry = describe(setting, name);
@@ -83,9 +83,8 @@ QVariant Settings::read(const QString &name)
         raise(FunctionNotExist,
               QStringLiteral("The setting \"%1\" can be written, but not read").arg(name));
     Numbers numbers{};
-    check(link.call(
-              [&](DeviceController &c) { return found.setting->read(c, found.camera, numbers); }),
-          QStringLiteral("The scanner does not give the setting \"%1\"").arg(name));
+    link.run(QStringLiteral("The scanner does not give the setting \"%1\"").arg(name),
+             [&](DeviceController &c) { return found.setting->read(c, found.camera, numbers); });
     return found.setting->form.toVariant(numbers);
 }
 
@@ -96,9 +95,9 @@ void Settings::write(const QString &name, const QVariant &value)
         found.setting->form.toNumbers(QStringLiteral("The setting \"%1\"").arg(name), value);
     if (found.setting->read)
         keepFirstValue(name, read(name));
-    check(link.call(
-              [&](DeviceController &c) { return found.setting->write(c, found.camera, numbers); }),
-          QStringLiteral("The scanner refuses %1 for the setting \"%2\"").arg(shown(value), name));
+    link.run(
+        QStringLiteral("The scanner refuses %1 for the setting \"%2\"").arg(shown(value), name),
+        [&](DeviceController &c) { return found.setting->write(c, found.camera, numbers); });
 }
 
 void Settings::restore(const QString &name)

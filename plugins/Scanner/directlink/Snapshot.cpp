@@ -20,20 +20,19 @@ constexpr int highestRoute = 255;
 std::vector<std::unique_ptr<ImageBlock>> grabBlocks(DirectLink &link, unsigned int route)
 {
     QList<ImageBlock *> grabbed;
-    const ErrorCode result = link.call(
-        [&](DeviceController &c) { return c.grabImage(DirectLink::handle, route, grabbed); });
-    std::vector<std::unique_ptr<ImageBlock>> blocks(grabbed.begin(), grabbed.end());
-    check(result, QStringLiteral("The scanner refuses a color snapshot"));
-    return blocks;
+    link.run(QStringLiteral("The scanner refuses a color snapshot"),
+             [&](DeviceController &c) { return c.grabImage(DirectLink::handle, route, grabbed); });
+    return {grabbed.begin(), grabbed.end()};
 }
 
 } // namespace
 
 QVariantList captureSnapshot(DirectLink &link, const QVariantMap &parameters)
 {
-    const int route = Parameters(parameters)
-                          .optionalWholeNumber(QStringLiteral("route"), 0, highestRoute)
-                          .value_or(scanRoute);
+    const Parameters read(parameters);
+    read.allowOnly(QStringLiteral("A color snapshot"), {QStringLiteral("route")});
+    const int route =
+        read.optionalWholeNumber(QStringLiteral("route"), 0, highestRoute).value_or(scanRoute);
     QVariantList images;
     for (const auto &block : grabBlocks(link, static_cast<unsigned int>(route)))
         images.append(

@@ -1,88 +1,57 @@
 #include "Stream.h"
 
-#include <atomic>
+#include <chrono>
 #include <utility>
 
 namespace Scanner {
 
-class Stream::Relay : public FrameSink, public std::enable_shared_from_this<Relay>
-{
-public:
-    Relay(EventThread &eventThread, Publish publishFrame)
-        : events(eventThread)
-        , publish(std::move(publishFrame))
-    {
-    }
-
-    void take(Frame frame) override
-    {
-        if (waiting >= mostWaiting)
-            return;
-        events.post([self = shared_from_this(), taken = std::move(frame)] { self->pass(taken); });
-        ++waiting;
-    }
-
-    void cancel(const QString &) override { cancelled = true; }
-
-    FrameAccount account() const
-    {
-        const std::lock_guard<std::mutex> lock(mutex);
-        return frames;
-    }
-
-private:
-    static constexpr int mostWaiting = 8;
-
-    void pass(const Frame &frame)
-    {
-        --waiting;
-        if (cancelled)
-            return;
-        {
-            const std::lock_guard<std::mutex> lock(mutex);
-            frames.add(frame);
-        }
-        publish(QStringLiteral("frameArrived"), imageMaps(frame));
-    }
-
-    EventThread &events;
-    const Publish publish;
-    std::atomic<int> waiting{0};
-    std::atomic<bool> cancelled{false};
-    mutable std::mutex mutex;
-    FrameAccount frames;
-};
-
 Stream::Stream(DirectLink &directLink, FrameReceiver &frameReceiver, EventThread &eventThread,
-               Publish publishFrame)
+               Publish publishEvent, std::function<void()> checkConnection)
     : link(directLink)
     , receiver(frameReceiver)
     , events(eventThread)
-    , publish(std::move(publishFrame))
+    , publish(std::move(publishEvent))
+    , check(std::move(checkConnection))
 {
 }
 
 void Stream::start(const QVariantMap &parameters)
 {
-    const ScanRequest request = ScanRequest::from(Parameters(parameters), link);
-    const auto newRelay = std::make_shared<Relay>(events, publish);
+    const Parameters read(parameters);
+    read.allowOnly(QStringLiteral("A scan"), ScanRequest::keys());
+    const ScanRequest request = ScanRequest::from(read, link);
+    const auto newQueue = std::make_shared<FrameQueue>(withoutEnd);
+    newQueue->whenTaken([this, waiting = std::weak_ptr<FrameQueue>(newQueue)] {
+        events.post([this, waiting] {
+            if (const std::shared_ptr<FrameQueue> frames = waiting.lock())
+                passFrame(*frames);
+        });
+    });
     const std::lock_guard<std::mutex> lock(mutex);
-    session = std::make_unique<ScanSession>(link, receiver, newRelay, request);
-    relay = newRelay;
+    session = std::make_unique<ScanSession>(link, receiver, newQueue, request);
+    queue = newQueue;
+    events.whenQuiet(check);
 }
 
-QVariantMap Stream::stop()
+FrameAccount Stream::finish()
 {
     const std::lock_guard<std::mutex> lock(mutex);
-    FrameAccount account;
-    if (session) {
-        relay->cancel(QString());
-        session.reset();
-        account = relay->account();
-        relay.reset();
-    }
-    return {{QStringLiteral("delivered"), account.delivered()},
-            {QStringLiteral("dropped"), account.dropped()}};
+    const std::optional<ScanEnd> end = queue ? queue->cancelled() : std::nullopt;
+    if (!end)
+        return FrameAccount();
+    session.reset();
+    events.whenQuiet(nullptr);
+    queue->close();
+    FrameAccount account = queue->account();
+    queue.reset();
+    events.post([this, end, account] { publishEnd(publish, *end, account); });
+    return account;
+}
+
+void Stream::passFrame(FrameQueue &frames)
+{
+    if (const std::optional<Frame> frame = frames.next(std::chrono::milliseconds(0)))
+        publish(QStringLiteral("frameArrived"), imageMaps(*frame, frames.start()));
 }
 
 } // namespace Scanner

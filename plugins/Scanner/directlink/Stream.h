@@ -2,38 +2,43 @@
 #define SCANNER_STREAM_H
 
 #include "EventThread.h"
+#include "FrameQueue.h"
 #include "Publish.h"
 #include "ScanSession.h"
 
+#include <functional>
 #include <memory>
 #include <mutex>
 
 namespace Scanner {
 
-/// A scan that runs until it is stopped; its frames reach the host as events.
+/// A scan that runs until it is cancelled; its frames reach the host as events.
 class Stream
 {
 public:
+    /// `checkConnection` runs on the event thread whenever a running scan is quiet.
     Stream(DirectLink &directLink, FrameReceiver &frameReceiver, EventThread &eventThread,
-           Publish publishFrame);
+           Publish publishEvent, std::function<void()> checkConnection);
 
     /// Takes what ScanRequest reads. Publishes "frameArrived" on the event thread; frames that find
     /// eight others waiting for the host are dropped. Throws `CameraFailed`, also if a scan runs.
     void start(const QVariantMap &parameters);
 
-    /// Stops the scan and answers with {"delivered", "dropped"}; an event that is under way may
-    /// still reach the host. Nothing happens, and both are 0, if none runs.
-    QVariantMap stop();
+    /// If the receiver cancelled the scan, stops the scanner, publishes "scanEnded" on the event
+    /// thread and answers with the scan's account; an event that is under way may still reach the
+    /// host. Otherwise nothing happens, and the account is empty.
+    FrameAccount finish();
 
 private:
-    class Relay;
+    void passFrame(FrameQueue &frames);
 
     DirectLink &link;
     FrameReceiver &receiver;
     EventThread &events;
-    Publish publish;
+    const Publish publish;
+    const std::function<void()> check;
     std::mutex mutex;
-    std::shared_ptr<Relay> relay;
+    std::shared_ptr<FrameQueue> queue;
     std::unique_ptr<ScanSession> session;
 };
 

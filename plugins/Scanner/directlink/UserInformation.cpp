@@ -32,11 +32,9 @@ QVariant readUserInformation(DirectLink &link, const QVariantList &arguments)
 {
     const unsigned int address = addressFrom(arguments);
     QByteArray data;
-    check(
-        link.call([&](DeviceController &c) {
-            return c.readCustomInfo(DirectLink::handle, address, data);
-        }),
-        QStringLiteral("The scanner refuses to read user information at address %1").arg(address));
+    link.run(
+        QStringLiteral("The scanner refuses to read user information at address %1").arg(address),
+        [&](DeviceController &c) { return c.readCustomInfo(DirectLink::handle, address, data); });
     return QString::fromLocal8Bit(data);
 }
 
@@ -48,13 +46,14 @@ QVariant writeUserInformation(DirectLink &link, const QVariantList &arguments)
         raise(InvalidParameter,
               QStringLiteral("User information must be a text, not %1").arg(shown(text)));
     const QByteArray data = localBytes(text.toString());
-    const ErrorCode result = link.call(
-        [&](DeviceController &c) { return c.writeCustomInfo(DirectLink::handle, address, data); });
-    if (result == InvalidParameter)
-        raise(result, QStringLiteral("User information is longer than 511 bytes in UTF-8"));
-    check(
-        result,
-        QStringLiteral("The scanner refuses to write user information at address %1").arg(address));
+    link.run(
+        QStringLiteral("The scanner refuses to write user information at address %1").arg(address),
+        [&](DeviceController &c) {
+            const ErrorCode result = c.writeCustomInfo(DirectLink::handle, address, data);
+            if (result == InvalidParameter)
+                raise(result, QStringLiteral("User information is longer than 511 bytes in UTF-8"));
+            return result;
+        });
     return {};
 }
 

@@ -4,7 +4,10 @@
 #include "Errors.h"
 #include "Frame.h"
 #include "Parameters.h"
+#include "ScanEnd.h"
+#include "Thrown.h"
 
+#include <exception>
 #include <list>
 #include <optional>
 
@@ -16,13 +19,13 @@ using std::chrono::steady_clock;
 
 namespace {
 
-constexpr int mostFrames = 10000;
 constexpr int longestTimeMs = 3600000;
 constexpr int longestPeriodMs = 60000;
 constexpr int defaultTimeoutMs = 10000;
 
 struct CaptureRequest
 {
+    /// Reads "camera" and "timeoutMs".
     CaptureRequest(const Parameters &parameters, int sensorCount)
         : timeoutMs(parameters.optionalWholeNumber(QStringLiteral("timeoutMs"), 1, longestTimeMs)
                         .value_or(defaultTimeoutMs))
@@ -40,6 +43,7 @@ struct CaptureRequest
     int frames = 1;
     std::optional<int> periodMs;
     bool color = true;
+    bool keep = true;
 };
 
 int requireSensors(OpenDevice &device)
@@ -51,12 +55,29 @@ int requireSensors(OpenDevice &device)
     return sensors;
 }
 
+CaptureRequest readScanRequest(OpenDevice &device, const QVariantMap &parameters)
+{
+    const int sensors = requireSensors(device);
+    const Parameters read(parameters);
+    read.allowOnly(QStringLiteral("A scan of a device"),
+                   {QStringLiteral("frames"), QStringLiteral("keep"), QStringLiteral("periodMs"),
+                    QStringLiteral("timeoutMs"), QStringLiteral("color"),
+                    QStringLiteral("camera")});
+    CaptureRequest request(read, sensors);
+    request.frames = read.wholeNumber(QStringLiteral("frames"), 1, mostFrames);
+    request.keep = read.flag(QStringLiteral("keep"), true);
+    request.periodMs = read.optionalWholeNumber(QStringLiteral("periodMs"), 1, longestPeriodMs);
+    request.color = read.flag(QStringLiteral("color"), false);
+    return request;
+}
+
 /// All the sensors of one scan.
 class Rig
 {
 public:
-    Rig(OpenDevice &device, const CaptureRequest &request)
-        : timeoutMs(request.timeoutMs)
+    Rig(OpenDevice &usedDevice, const CaptureRequest &scanRequest)
+        : device(usedDevice)
+        , request(scanRequest)
     {
         const auto mode =
             request.periodMs ? CameraSpace::SoftwareTrigger : CameraSpace::FreeRunning;
@@ -67,49 +88,111 @@ public:
     /// One map a sensor.
     QVariantList next()
     {
-        for (CameraStream &stream : streams)
-            stream.trigger();
-        QVariantList maps;
-        for (CameraStream &stream : streams)
-            maps.append(stream.fetch(timeoutMs));
-        return maps;
-    }
-
-private:
-    const int timeoutMs;
-    std::list<CameraStream> streams;
-};
-
-using Arrived = std::function<void(const QVariantList &maps)>;
-
-QVariantList run(OpenDevice &device, const CaptureRequest &request, const Arrived &arrived)
-{
-    Rig rig(device, request);
-    QVariantList images;
-    auto due = steady_clock::now();
-    for (int frame = 0; frame < request.frames; ++frame) {
         if (request.periodMs) {
             device.waitUntil(due);
             due += milliseconds(*request.periodMs);
         }
-        const QVariantList maps = rig.next();
-        images += maps;
-        arrived(maps);
+        for (CameraStream &stream : streams)
+            stream.trigger();
+        QVariantList maps;
+        for (CameraStream &stream : streams)
+            maps.append(stream.fetch(request.timeoutMs));
+        return maps;
     }
-    return images;
+
+private:
+    OpenDevice &device;
+    const CaptureRequest &request;
+    steady_clock::time_point due = steady_clock::now();
+    std::list<CameraStream> streams;
+};
+
+QString closedText()
+{
+    return QStringLiteral("The device was closed during the scan");
 }
 
 // The device answers a closing with whatever it likes; the host is told the reason.
-QVariantList runUntilClosed(OpenDevice &device, const CaptureRequest &request,
-                            const Arrived &arrived)
+template <typename Action>
+QVariantList untilClosed(const OpenDevice &device, const Action &action)
 {
     try {
-        return run(device, request, arrived);
+        return action();
     } catch (const KvSyncTool::Exception &) {
         if (device.isEnding())
-            raise(CameraFailed, QStringLiteral("The device was closed during the scan"));
+            raise(CameraFailed, closedText());
         throw;
     }
+}
+
+ScanEnd endOfThrown(const OpenDevice &device)
+{
+    return device.isEnding() ? ScanEnd{EndReason::Stopped, closedText()}
+                             : ScanEnd{EndReason::Failed, thrownText()};
+}
+
+/// One scan as the host follows it.
+class Scan
+{
+public:
+    Scan(const CaptureRequest &scanRequest, const Publish &publishEvent)
+        : request(scanRequest)
+        , publish(publishEvent)
+        , account(scanRequest.frames)
+    {
+    }
+
+    void receiveAll(Rig &rig)
+    {
+        for (int frame = 0; frame < request.frames; ++frame)
+            receive(rig.next());
+    }
+
+    void end(const ScanEnd &how) const { publishEnd(publish, how, account); }
+
+    QVariantList images; ///< if they are to be kept
+
+private:
+    void receive(QVariantList maps)
+    {
+        const double timeMs = millisecondsBetween(startTime, steady_clock::now());
+        account.came(maps.first().toMap().value(QStringLiteral("frame")).toInt());
+        account.delivered();
+        for (QVariant &image : maps) {
+            QVariantMap map = image.toMap();
+            map.insert(QStringLiteral("timeMs"), timeMs);
+            image = map;
+        }
+        if (request.keep)
+            images += maps;
+        publish(QStringLiteral("frameArrived"), maps);
+        publish(QStringLiteral("progress"), {account.toMap()});
+    }
+
+    const CaptureRequest &request;
+    const Publish &publish;
+    const steady_clock::time_point startTime = steady_clock::now();
+    FrameAccount account;
+};
+
+QVariantList runScan(OpenDevice &device, const CaptureRequest &request, const Publish &publish)
+{
+    Scan scan(request, publish);
+    ScanEnd end;
+    std::exception_ptr thrown;
+    {
+        Rig rig(device, request);
+        try {
+            scan.receiveAll(rig);
+        } catch (...) {
+            thrown = std::current_exception();
+            end = endOfThrown(device);
+        }
+    }
+    scan.end(end);
+    if (thrown)
+        std::rethrow_exception(thrown);
+    return scan.images;
 }
 
 } // namespace
@@ -117,23 +200,18 @@ QVariantList runUntilClosed(OpenDevice &device, const CaptureRequest &request,
 QVariantList captureFrames(OpenDevice &device, const QVariantMap &parameters,
                            const Publish &publish)
 {
-    const Parameters read(parameters);
-    CaptureRequest request(read, requireSensors(device));
-    request.frames = read.wholeNumber(QStringLiteral("frames"), 1, mostFrames);
-    request.periodMs = read.optionalWholeNumber(QStringLiteral("periodMs"), 1, longestPeriodMs);
-    request.color = read.flag(QStringLiteral("color"));
-    FrameAccount account(-1); // a camera's numbers begin at 0
-    return runUntilClosed(device, request, [&](const QVariantList &maps) {
-        account.add(maps.first().toMap().value(QStringLiteral("frame")).toInt());
-        publish(QStringLiteral("frameArrived"), maps);
-        publish(QStringLiteral("progress"), progressOf(account, request.frames));
-    });
+    const CaptureRequest request = readScanRequest(device, parameters);
+    return untilClosed(device, [&] { return runScan(device, request, publish); });
 }
 
 QVariantList captureColor(OpenDevice &device, const QVariantMap &parameters)
 {
-    const CaptureRequest request(Parameters(parameters), requireSensors(device));
-    return runUntilClosed(device, request, [](const QVariantList &) {});
+    const int sensors = requireSensors(device);
+    const Parameters read(parameters);
+    read.allowOnly(QStringLiteral("A color image of a device"),
+                   {QStringLiteral("camera"), QStringLiteral("timeoutMs")});
+    const CaptureRequest request(read, sensors);
+    return untilClosed(device, [&] { return Rig(device, request).next(); });
 }
 
 } // namespace Scanner

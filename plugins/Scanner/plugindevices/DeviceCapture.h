@@ -14,16 +14,18 @@ namespace Scanner {
 // ("value") for scans in color. All of them get the sensor as "selector".
 
 /// Streams until "frames" frames have arrived from each sensor and answers with one map an image,
-/// in order of arrival: {"camera", "frame", "width", "height", "bitDepth", "format", "data"}, where
-/// "camera" is the sensor and "frame" the camera's own number, from 0. Besides "frames" (1 to
-/// 10000) it reads "camera" (one sensor; all of them if missing), "periodMs" (1 to 60000: each
-/// frame is triggered; the camera runs freely if missing), "color" (as RGB8; false if missing) and
-/// "timeoutMs" (how long to wait for a frame; 10 seconds if missing). The camera is left as it was.
+/// in order of arrival: {"camera", "frame", "width", "height", "bitDepth", "format", "data",
+/// "timeMs"}, where "camera" is the sensor, "frame" the camera's own number, from 1, and "timeMs"
+/// the time since the scan's start. Besides "frames" (1 to 1000000000) it reads "keep" (true if
+/// missing; without it no image is held, and the list is empty), "camera" (one sensor; all of them
+/// if missing), "periodMs" (1 to 60000: each frame is triggered; the camera runs freely if
+/// missing), "color" (as RGB8; false if missing) and "timeoutMs" (how long to wait for a frame; 10
+/// seconds if missing). The camera is left as it was.
 ///
-/// Publishes "frameArrived" and "progress" on the calling thread. Throws `InvalidParameter` for
-/// what cannot be used, `FunctionNotExist` if the device has no camera, the plug-in's own code if
-/// it refuses, and `CameraFailed` if it gives no whole image, or the device is closed during the
-/// scan.
+/// Publishes "frameArrived", "progress" and "scanEnded" on the calling thread. Throws
+/// `InvalidParameter` for what cannot be used, `FunctionNotExist` if the device has no camera, the
+/// plug-in's own code if it refuses, and `CameraFailed` if it gives no whole image, or the device
+/// is closed during the scan.
 QVariantList captureFrames(OpenDevice &device, const QVariantMap &parameters,
                            const Publish &publish);
 

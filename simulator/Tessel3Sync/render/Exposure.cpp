@@ -1,5 +1,6 @@
 #include "render/Exposure.h"
 
+#include "render/Noise.h"
 #include "render/Random.h"
 
 #include <algorithm>
@@ -9,37 +10,23 @@ namespace Tessel3SyncSimulator {
 
 namespace {
 
-// Fixed point of the pictures: 64 steps to a grey level. A signal is cut somewhat above white, and
-// low enough for noise to fit on top of it.
+// Pictures are kept in 64ths of a grey level. Levels are counted from the middle of the 8 bits, so
+// that the strongest noise on top of the strongest signal still fits into 16 bits.
 constexpr int steps = 64;
-constexpr int highestSignal = 281 * steps;
-constexpr int highestSpread = 200;
-constexpr int highestWeight = 1 << 19;
+constexpr int middle = 128 * steps;
 
-// A random table long enough for any row to start anywhere in it.
-constexpr int noiseStarts = 1 << 16;
-constexpr int longestRow = 4096;
+// A signal beyond this fills the sensor, whose pixel then reads white whatever the noise.
+constexpr int fullSignal = 376 * steps;
 
-using Noise = std::vector<std::int16_t>;
+// Added to every signal. The half grey level makes cutting to whole ones a rounding. Cutting loses
+// half a step twice, of the noise and in rounding up from the middle: with opposite signs.
+constexpr int pedestal = BlackLevel * steps + steps / 2 - middle;
 
-/// Numbers from -60 to 60, bell-shaped, with a standard deviation near 16.
-const Noise &noise()
-{
-    static const Noise &table = *[] {
-        auto *values = new Noise(noiseStarts + longestRow);
-        for (std::size_t i = 0; i < values->size(); ++i) {
-            const std::uint64_t bits = scramble(i);
-            int sum = 0;
-            for (int part = 0; part < 8; ++part)
-                sum += static_cast<int>((bits >> (4 * part)) & 15);
-            (*values)[i] = static_cast<std::int16_t>(sum - 60);
-        }
-        return values;
-    }();
-    return table;
-}
+constexpr int highestSpread = 32767;
+static_assert(fullSignal + pedestal + ((Noise::largest * highestSpread) >> 16) <= 32767);
+static_assert(pedestal - ((Noise::largest * highestSpread) >> 16) - 1 >= -32768);
 
-/// How much of a light's power reaches a sensor that sees one colour only.
+/// How much of a light's power reaches a sensor that sees one color only.
 double share(Light light, Channel channel)
 {
     switch (light) {
@@ -54,38 +41,68 @@ double share(Light light, Channel channel)
     }
 }
 
-double amplification(const CameraSettings &camera)
+/// Steps for each unit of a light's plane on each unit of reflectance.
+std::array<float, LightCount> weights(const LightPowers &powers, Channel channel,
+                                      const CameraSettings &camera)
 {
-    return (1.0 + camera.gain / 16.0) / 2.0;
-}
-
-std::array<int, LightCount> weights(const LightPowers &powers, Channel channel,
-                                    const CameraSettings &camera)
-{
-    // A full light (255) on white (255) gives its power in grey levels after both shifts by 8.
-    const double scale =
-        camera.exposureUs / 8000.0 * amplification(camera) * steps * 65536.0 / 65025.0;
-    std::array<int, LightCount> weights{};
-    for (int i = 0; i < LightCount; ++i) {
-        const double weight = powers[i] * share(static_cast<Light>(i), channel) * scale;
-        weights[i] = static_cast<int>(std::min<double>(weight + 0.5, highestWeight));
-    }
+    const double unit = steps * amplification(camera.gain) * camera.exposureUs / 8000.0 /
+                        (View::fullLight * View::fullReflectance);
+    std::array<float, LightCount> weights{};
+    for (int i = 0; i < LightCount; ++i)
+        weights[i] = static_cast<float>(powers[i] * share(static_cast<Light>(i), channel) * unit);
     return weights;
 }
 
-/// Noise of the light itself and of the sensor, for every grey level.
-std::vector<std::int16_t> spreads(const CameraSettings &camera)
+/// Turns light into levels and into the spread of their noise.
+class Sensor
 {
-    const double gain = amplification(camera);
-    std::vector<std::int16_t> spreads(highestSignal / steps + 1);
-    // The highest stays 0: a sensor that is full reads full.
-    for (std::size_t level = 0; level + 1 < spreads.size(); ++level) {
-        const double greys =
-            std::sqrt(0.02 * gain * static_cast<double>(level) + 0.6 * gain * gain);
-        spreads[level] =
-            static_cast<std::int16_t>(std::min<double>(4.0 * greys + 0.5, highestSpread));
+public:
+    explicit Sensor(int gain)
+    {
+        // The rounding to whole grey levels comes by itself; the rest goes through Noise's numbers.
+        const double scale = steps * steps * 65536.0 * 65536.0 / Noise::variance;
+        dark = static_cast<float>((noiseVariance(0.0, gain) - 1.0 / 12.0) * scale);
+        perStep = static_cast<float>((noiseVariance(1.0, gain) - noiseVariance(0.0, gain)) * scale /
+                                     steps);
     }
-    return spreads;
+
+    void convert(const float *light, const std::uint8_t *reflectance, std::size_t count,
+                 std::int16_t *levels, std::int16_t *spreads) const
+    {
+        for (std::size_t i = 0; i < count; ++i) {
+            const float thrownBack = light[i] * static_cast<float>(reflectance[i]);
+            const float signal = std::min<float>(thrownBack, fullSignal);
+            const float spread = std::min<float>(std::sqrt(dark + perStep * signal), highestSpread);
+            const float raised = signal + 0.5F;
+            levels[i] = static_cast<std::int16_t>(static_cast<int>(raised) + pedestal);
+            const float raisedSpread = signal < fullSignal ? spread + 0.5F : 0.0F;
+            spreads[i] = static_cast<std::int16_t>(raisedSpread);
+        }
+    }
+
+private:
+    float dark;
+    float perStep; ///< of the signal
+};
+
+/// All in 16 bits, which is what makes it quick.
+unsigned char pixelValue(std::int16_t level, std::int16_t spread, std::int16_t noise)
+{
+    const auto grain = static_cast<std::int16_t>((noise * spread) >> 16);
+    const auto noisy = static_cast<std::int16_t>(level + grain);
+    const auto notBlack = std::max<std::int16_t>(noisy, -middle);
+    const auto inRange = std::min<std::int16_t>(notBlack, middle - 1);
+    return static_cast<unsigned char>((inRange >> 6) + 128);
+}
+
+/// Reads up to a block of pixels.
+void readPixels(const std::int16_t *levels, const std::int16_t *spreads, Noise &noise,
+                std::size_t count, unsigned char *pixels)
+{
+    Noise::Block grain;
+    noise.fill(grain);
+    for (std::size_t i = 0; i < count; ++i)
+        pixels[i] = pixelValue(levels[i], spreads[i], grain[i]);
 }
 
 } // namespace
@@ -93,7 +110,7 @@ std::vector<std::int16_t> spreads(const CameraSettings &camera)
 LightPowers lightPowers(const LightSettings &settings, Purpose purpose)
 {
     LightPowers powers{};
-    powers[AmbientLight] = 9.0;
+    powers[AmbientLight] = 6.0;
 
     const double projector =
         330.0 * settings.projectorBrightness * settings.projectorRatio / 3000.0;
@@ -122,24 +139,23 @@ Exposure::Exposure(std::shared_ptr<const View> seen, Channel seenIn, const Light
     , channel(seenIn)
     , powers(lights)
     , camera(settings)
-    , signal(view->depths.size())
-    , spread(view->depths.size())
+    , levels(view->depths.size())
+    , spreads(view->depths.size())
 {
     const auto weight = weights(powers, channel, camera);
-    std::vector<int> sum(signal.size());
-    for (int i = 0; i < LightCount; ++i) {
-        if (weight[i] == 0)
-            continue;
-        const View::Plane &light = view->light[i];
-        for (std::size_t pixel = 0; pixel < sum.size(); ++pixel)
-            sum[pixel] += light[pixel] * weight[i];
-    }
-    const auto spreadAt = spreads(camera);
-    const View::Plane &reflectance = view->reflectance[channel];
-    for (std::size_t pixel = 0; pixel < sum.size(); ++pixel) {
-        const int value = std::min((sum[pixel] >> 8) * reflectance[pixel] >> 8, highestSignal);
-        signal[pixel] = static_cast<std::int16_t>(value);
-        spread[pixel] = spreadAt[static_cast<std::size_t>(value / steps)];
+    const Sensor sensor(camera.gain);
+    constexpr std::size_t piece = 4096; // stays in the processor's cache
+    std::vector<float> light(piece);
+    for (std::size_t first = 0; first < levels.size(); first += piece) {
+        const std::size_t count = std::min(piece, levels.size() - first);
+        std::fill(light.begin(), light.end(), 0.0F);
+        for (int i = 0; i < LightCount; ++i) {
+            const std::uint16_t *plane = view->light[i].data() + first;
+            for (std::size_t pixel = 0; weight[i] > 0.0F && pixel < count; ++pixel)
+                light[pixel] += weight[i] * static_cast<float>(plane[pixel]);
+        }
+        sensor.convert(light.data(), view->reflectance[channel].data() + first, count,
+                       levels.data() + first, spreads.data() + first);
     }
 }
 
@@ -154,23 +170,11 @@ bool Exposure::shows(const View *otherView, Channel otherChannel, const LightPow
 
 void Exposure::read(int frame, unsigned char *pixels) const
 {
-    const int width = view->key.width;
     const auto picture = static_cast<std::uint64_t>(view->key.camera) * ChannelCount + channel;
-    for (int y = 0; y < view->key.height; ++y) {
-        const std::uint64_t start =
-            scramble(view->key.seed, picture, static_cast<std::uint32_t>(frame),
-                     static_cast<std::uint32_t>(y)) %
-            noiseStarts;
-        const std::size_t first = static_cast<std::size_t>(y) * width;
-        const std::int16_t *bright = signal.data() + first;
-        const std::int16_t *grain = spread.data() + first;
-        const std::int16_t *random = noise().data() + start;
-        unsigned char *out = pixels + first;
-        for (int x = 0; x < width; ++x) {
-            const auto noisy = static_cast<std::int16_t>(bright[x] + random[x] * grain[x]);
-            const int level = noisy >> 6;
-            out[x] = static_cast<unsigned char>(level < 0 ? 0 : level > 255 ? 255 : level);
-        }
+    Noise noise(scramble(view->key.seed, picture, static_cast<std::uint32_t>(frame)));
+    for (std::size_t first = 0; first < levels.size(); first += Noise::blockSize) {
+        const std::size_t count = std::min(Noise::blockSize, levels.size() - first);
+        readPixels(levels.data() + first, spreads.data() + first, noise, count, pixels + first);
     }
 }
 

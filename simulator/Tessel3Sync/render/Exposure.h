@@ -37,8 +37,8 @@ private:
     Channel channel;
     LightPowers powers;
     CameraSettings camera;
-    std::vector<std::int16_t> signal; ///< in 64ths of a grey level
-    std::vector<std::int16_t> spread; ///< of the noise, in quarters of a grey level
+    std::vector<std::int16_t> levels;  ///< without noise, in 64ths of a grey level
+    std::vector<std::int16_t> spreads; ///< of the noise: what Noise's numbers are multiplied with
 };
 
 } // namespace Tessel3SyncSimulator

@@ -1,29 +1,54 @@
-// The patterns of the scanner's light sources, which sit together in the middle between the
-// cameras. A ray leaves them through the point (u, v) of a plane at distance 1.
+// The patterns of the scanner's projector. A ray leaves it through the point (u, v) of a plane at
+// distance 1, and so does every size here: patterns have one size on the object, whichever camera
+// looks at it.
 #ifndef TESSEL3SYNCSIMULATOR_PROJECTOR_H
 #define TESSEL3SYNCSIMULATOR_PROJECTOR_H
 
 #include "render/Vector.h"
 
-#include <array>
 #include <climits>
 #include <cstdint>
+#include <vector>
 
 namespace Tessel3SyncSimulator {
+
+/// Parallel lines of light, as pixels of a width see them.
+class Lines
+{
+public:
+    /// The half width is in pitches, the others at distance 1.
+    Lines(double pitch, double halfWidth, double pixel);
+
+    /// All of them, one in the middle of each whole number of pitches.
+    double all(double across) const;
+
+    /// The one at 0 alone.
+    double one(double across) const;
+
+private:
+    double sumOf(int first, int last, double x) const;
+
+    double perPitch; ///< multiplying is faster than dividing
+    double reach;    ///< of one line's light, in pitches
+    double perReach;
+    double power;
+};
 
 class Projector
 {
 public:
-    /// `pixel` is the angle of one camera pixel: patterns are as fine as the cameras can see.
+    /// `pixel` is the width of a camera's pixel at distance 1: over it the camera sees a mean.
     Projector(double pixel, std::uint32_t seed);
 
     static constexpr Vector position{0.0, -30.0, 0.0};
 
-    // Each pattern has values from 0 to 1.
+    // How bright each pattern is: 1 where one feature of it is brightest, if the camera can tell
+    // it from its surroundings.
     double speckle(double u, double v);
-    double stripes(double u) const;
-    double laserLines(double across, bool onlyTheMiddle) const;
+    const Lines stripes;
+    const Lines laserLines;
     static double vignette(double u, double v);
+    static double infraredCone(double u, double v);
 
 private:
     /// A spot of light in the speckle pattern.
@@ -31,17 +56,18 @@ private:
     {
         double x;
         double y;
-        double squaredRadius;
+        double inverseSquaredRadius;
         double power;
     };
 
     void lookAround(int newColumn, int newRow);
 
-    double pixel;
     std::uint32_t seed;
+    double widening; ///< of the squared radius of a dot, by the pixel's width; in cells
 
     // The dots near the place last asked for: the next place is mostly in the same cell.
-    std::array<Dot, 9> dots{};
+    int reach; ///< in cells
+    std::vector<Dot> dots;
     int column = INT_MIN;
     int row = INT_MIN;
 };

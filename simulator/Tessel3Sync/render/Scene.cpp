@@ -1,6 +1,7 @@
 #include "render/Scene.h"
 
 #include <iterator>
+#include <limits>
 
 namespace Tessel3SyncSimulator {
 
@@ -34,6 +35,30 @@ constexpr Ellipsoid object[] = {
     {{-72.0, -12.0, 66.0}, inverse({22.0, 18.0, 34.0}), {0.55, 0.66, 0.85}}, // tail
     {{-10.0, 48.0, 48.0}, inverse({36.0, 20.0, 22.0}), {0.70, 0.80, 0.62}},  // wing
 };
+
+// A ball around the object: most rays pass it by, and then no part needs a look.
+constexpr Vector hullCentre{0.0, 0.0, 55.0};
+constexpr double hullRadius = 110.0;
+
+constexpr bool isInHull(const Ellipsoid &part, double scaling)
+{
+    const Vector offset{part.centre.x - hullCentre.x, part.centre.y - hullCentre.y,
+                        part.centre.z - hullCentre.z};
+    const double square = offset.x * offset.x + offset.y * offset.y + offset.z * offset.z;
+    const double room = hullRadius - 1.0 / scaling;
+    return room > 0.0 && square < room * room;
+}
+
+constexpr int partsInHull()
+{
+    int count = 0;
+    for (const Ellipsoid &part : object) {
+        count += isInHull(part, part.scaling.x) && isInHull(part, part.scaling.y) &&
+                 isInHull(part, part.scaling.z);
+    }
+    return count;
+}
+static_assert(partsInHull() == std::size(object));
 
 constexpr Vector scaled(const Vector &a, const Vector &b)
 {
@@ -105,12 +130,21 @@ Viewpoint::Viewpoint(const Scene &viewedScene, const Vector &point)
     , origin(point)
     , from(scene.toTable(point - tableCentre))
     , balls()
+    , hull()
 {
     static_assert(std::size(object) == parts);
     for (int part = 0; part < parts; ++part) {
         const Vector ball = scaled(from - object[part].centre, object[part].scaling);
         balls[part] = {ball, dot(ball, ball) - 1.0};
     }
+    const Vector ball = from - hullCentre;
+    hull = {ball, dot(ball, ball) - hullRadius * hullRadius};
+}
+
+bool Viewpoint::missesObject(const Vector &along) const
+{
+    const double b = dot(hull.from, along);
+    return b >= 0.0 || b * b < dot(along, along) * hull.outside;
 }
 
 /// Distance to the near side of a part, in the table's frame; negative if there is none ahead.
@@ -128,9 +162,11 @@ double Viewpoint::distanceTo(int part, const Vector &along) const
 SurfacePoint Viewpoint::surfaceAlong(const Vector &direction) const
 {
     const Vector along = scene.toTable(direction);
-    double distance = -from.z / along.z;
+    constexpr double nowhere = std::numeric_limits<double>::infinity();
+    double distance = along.z < 0.0 ? -from.z / along.z : nowhere;
     const Ellipsoid *hit = nullptr;
-    for (int part = 0; part < parts; ++part) {
+    const bool misses = missesObject(along);
+    for (int part = 0; part < parts && !misses; ++part) {
         const double candidate = distanceTo(part, along);
         if (candidate > 0.0 && candidate < distance) {
             distance = candidate;
@@ -138,6 +174,8 @@ SurfacePoint Viewpoint::surfaceAlong(const Vector &direction) const
         }
     }
 
+    if (distance == nowhere)
+        return {nowhere, {}, {}, {}};
     const Vector local = from + along * distance;
     const Vector point = origin + direction * distance;
     if (!hit)
@@ -149,11 +187,23 @@ SurfacePoint Viewpoint::surfaceAlong(const Vector &direction) const
 
 bool Viewpoint::sees(const Vector &point) const
 {
+    // The point itself lies at 1; a hair before it is the point's own surface.
+    constexpr double end = 0.9995;
     const Vector along = scene.toTable(point - origin);
+    if (missesObject(along))
+        return true;
     for (int part = 0; part < parts; ++part) {
-        const double distance = distanceTo(part, along);
-        // The point itself lies at 1; a hair before it is the point's own surface.
-        if (distance > 0.0 && distance < 0.9995)
+        const Vector direction = scaled(along, object[part].scaling);
+        const double b = dot(balls[part].from, direction);
+        if (b >= 0.0)
+            continue;
+        const double a = dot(direction, direction);
+        if (b * b < a * balls[part].outside)
+            continue;
+        // The line meets the part ahead. The near side comes before the end if the middle of the
+        // way through the part does, or if the end lies inside.
+        const bool middleBefore = -b < end * a;
+        if (middleBefore || (a * end + 2.0 * b) * end + balls[part].outside < 0.0)
             return false;
     }
     return true;

@@ -19,7 +19,7 @@ struct Reflectance
 
 struct SurfacePoint
 {
-    double distance; ///< along the ray, in lengths of its direction
+    double distance; ///< along the ray, in lengths of its direction; infinite: nothing is met
     Vector point;
     Vector normal; ///< length 1, towards the scanner
     Reflectance reflectance;
@@ -48,7 +48,7 @@ class Viewpoint
 public:
     Viewpoint(const Scene &viewedScene, const Vector &point);
 
-    /// The first surface along a ray. The floor has no end: a ray that goes down meets something.
+    /// The first surface along a ray. The floor has no end: only a ray that goes up can meet none.
     SurfacePoint surfaceAlong(const Vector &direction) const;
 
     /// Whether nothing of the object stands between this point and one on a surface.
@@ -65,11 +65,13 @@ private:
     };
 
     double distanceTo(int part, const Vector &along) const;
+    bool missesObject(const Vector &along) const;
 
     const Scene &scene;
     Vector origin;
     Vector from;
     std::array<Ball, parts> balls;
+    Ball hull; ///< not scaled
 };
 
 } // namespace Tessel3SyncSimulator

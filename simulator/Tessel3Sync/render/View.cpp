@@ -5,97 +5,96 @@
 #include "render/Scene.h"
 
 #include <algorithm>
-#include <map>
-#include <mutex>
+#include <limits>
 
 namespace Tessel3SyncSimulator {
 
 namespace {
 
 constexpr double referenceDistance = 600.0; // where lights are as strong as their settings say
+constexpr Vector strobePosition{0.0, 0.0, 0.0};
 
-std::uint8_t toByte(double value)
+template <typename Unsigned>
+Unsigned fixedPoint(double value, double one)
 {
-    const double raised = std::min(1.0, std::max(0.0, value)) * 255.0 + 0.5;
-    return static_cast<std::uint8_t>(raised);
+    constexpr double highest = std::numeric_limits<Unsigned>::max();
+    return static_cast<Unsigned>(std::min(value * one + 0.5, highest));
 }
 
-/// Light from a point: by slant and by distance.
-double received(const SurfacePoint &surface, const Vector &light)
+/// One light's way to the surfaces.
+class Source
 {
-    const Vector way = light - surface.point;
-    const double square = dot(way, way);
-    const double slant = dot(surface.normal, way) / std::sqrt(square);
-    return std::max(0.0, slant) * (referenceDistance * referenceDistance) / square;
-}
+public:
+    Source(const Scene &scene, const Vector &where)
+        : position(where)
+        , viewpoint(scene, where)
+    {
+    }
+
+    /// What reaches a surface, by slant and by distance; 0 in the shadow.
+    double reaching(const SurfacePoint &surface) const
+    {
+        const Vector way = position - surface.point;
+        const double square = dot(way, way);
+        const double slant = dot(surface.normal, way);
+        if (slant <= 0.0 || !viewpoint.sees(surface.point))
+            return 0.0;
+        return slant / std::sqrt(square) * (referenceDistance * referenceDistance) / square;
+    }
+
+private:
+    Vector position;
+    Viewpoint viewpoint;
+};
 
 using LightValues = std::array<double, LightCount>;
 
-LightValues lightAt(const SurfacePoint &surface, const Viewpoint &source, Projector &projector)
+class Lights
 {
-    LightValues values{};
-    values[AmbientLight] = 0.75 + 0.25 * dot(surface.normal, Scene::up());
-    values[StrobeLight] = received(surface, Vector{});
-
-    const double strength = received(surface, Projector::position);
-    if (strength <= 0.0 || !source.sees(surface.point))
-        return values;
-    const Vector way = surface.point - Projector::position;
-    const double u = way.x / way.z;
-    const double v = way.y / way.z;
-    const double lit = strength * Projector::vignette(u, v);
-    values[FlatLight] = lit;
-    values[SpeckleLight] = lit * projector.speckle(u, v);
-    values[StripeLight] = lit * projector.stripes(u);
-    values[InfraredLight] = strength * std::max(0.0, 1.0 - 8.0 * (u * u + v * v));
-    values[OneLaserLine] = strength * projector.laserLines(u, true);
-    values[ParallelLaserLines] = strength * projector.laserLines(u, false);
-    values[CrossedLaserLines] =
-        std::max(values[ParallelLaserLines], strength * projector.laserLines(v, false));
-    return values;
-}
-
-bool operator==(const ViewKey &a, const ViewKey &b)
-{
-    return a.camera == b.camera && a.width == b.width && a.height == b.height && a.seed == b.seed &&
-           !(a.tableDegrees < b.tableDegrees) && !(b.tableDegrees < a.tableDegrees);
-}
-
-struct Remembered
-{
-    std::mutex mutex;
-    std::map<CameraKind, std::shared_ptr<const View>> views;
-
-    bool holds(const ViewKey &key) const
+public:
+    Lights(const Scene &scene, double pixel, std::uint32_t seed)
+        : strobe(scene, strobePosition)
+        , head(scene, Projector::position)
+        , projector(pixel, seed)
     {
-        const auto found = views.find(key.camera);
-        return found != views.end() && found->second->key == key;
     }
+
+    LightValues at(const SurfacePoint &surface)
+    {
+        LightValues values{};
+        values[AmbientLight] = 0.75 + 0.25 * dot(surface.normal, Scene::up());
+        values[StrobeLight] = strobe.reaching(surface);
+
+        // The projector, the infrared light and the lasers sit together.
+        const double strength = head.reaching(surface);
+        if (strength <= 0.0)
+            return values;
+        const Vector way = surface.point - Projector::position;
+        const double u = way.x / way.z;
+        const double v = way.y / way.z;
+        const double lit = strength * Projector::vignette(u, v);
+        values[FlatLight] = lit;
+        values[SpeckleLight] = lit * projector.speckle(u, v);
+        values[StripeLight] = lit * projector.stripes.all(u);
+        values[InfraredLight] = strength * Projector::infraredCone(u, v);
+        values[OneLaserLine] = strength * projector.laserLines.one(u);
+        values[ParallelLaserLines] = strength * projector.laserLines.all(u);
+        values[CrossedLaserLines] =
+            std::max(values[ParallelLaserLines], strength * projector.laserLines.all(v));
+        return values;
+    }
+
+private:
+    Source strobe;
+    Source head;
+    Projector projector;
 };
 
-Remembered &remembered()
+/// Visits every pixel, row by row, with the surface that it sees.
+template <typename Visit>
+void look(const ViewKey &key, const Scene &scene, const Visit &visit)
 {
-    // Never destroyed: the frame thread may need it while the process ends.
-    static auto &only = *new Remembered;
-    return only;
-}
-
-} // namespace
-
-View::View(const ViewKey &viewKey)
-    : key(viewKey)
-{
-    const std::size_t size = static_cast<std::size_t>(key.width) * key.height;
-    depths.resize(size);
-    for (Plane &plane : light)
-        plane.resize(size);
-    for (Plane &plane : reflectance)
-        plane.resize(size);
-
     const Calibration camera = cameraCalibration(key.camera, key.width, key.height);
-    const Scene scene(key.tableDegrees);
-    const Viewpoint source(scene, Projector::position);
-    Projector projector(1.0 / camera.focalLength, key.seed);
     const auto &r = camera.rotation;
     const Viewpoint eye(scene, {camera.position[0], camera.position[1], camera.position[2]});
     const Vector right{r[0], r[1], r[2]};
@@ -108,35 +107,60 @@ View::View(const ViewKey &viewKey)
         for (int x = 0; x < key.width; ++x, ++pixel) {
             // The ray advances by 1 along the camera's axis: its length is the depth.
             const Vector ray = row + right * ((x - camera.centreX) / camera.focalLength);
-            const SurfacePoint surface = eye.surfaceAlong(ray);
-            depths[pixel] = static_cast<float>(surface.distance);
-            const LightValues values = lightAt(surface, source, projector);
-            for (int i = 0; i < LightCount; ++i)
-                light[i][pixel] = toByte(values[i]);
-            const Reflectance &back = surface.reflectance;
-            reflectance[Brightness][pixel] =
-                toByte((back.red + 2.0 * back.green + back.blue) / 4.0);
-            reflectance[Red][pixel] = toByte(back.red);
-            reflectance[Green][pixel] = toByte(back.green);
-            reflectance[Blue][pixel] = toByte(back.blue);
+            visit(pixel, eye.surfaceAlong(ray));
         }
     }
 }
 
-std::shared_ptr<const View> viewFor(const ViewKey &key)
+std::size_t pixelsOf(const ViewKey &key)
 {
-    Remembered &known = remembered();
-    std::lock_guard<std::mutex> lock(known.mutex);
-    if (!known.holds(key))
-        known.views[key.camera] = std::make_shared<const View>(key);
-    return known.views[key.camera];
+    return static_cast<std::size_t>(key.width) * key.height;
 }
 
-bool viewIsReady(const ViewKey &key)
+} // namespace
+
+bool ViewKey::operator==(const ViewKey &other) const
 {
-    Remembered &known = remembered();
-    std::lock_guard<std::mutex> lock(known.mutex);
-    return known.holds(key);
+    return camera == other.camera && width == other.width && height == other.height &&
+           seed == other.seed && !(tableDegrees < other.tableDegrees) &&
+           !(other.tableDegrees < tableDegrees);
+}
+
+View::View(const ViewKey &viewKey)
+    : key(viewKey)
+    , depths(pixelsOf(key))
+{
+    for (auto &plane : light)
+        plane.resize(depths.size());
+    for (auto &plane : reflectance)
+        plane.resize(depths.size());
+
+    const Scene scene(key.tableDegrees);
+    const double focalLength = cameraCalibration(key.camera, key.width, key.height).focalLength;
+    Lights lights(scene, 1.0 / focalLength, key.seed);
+    look(key, scene, [&](std::size_t pixel, const SurfacePoint &surface) {
+        depths[pixel] = static_cast<float>(surface.distance);
+        if (depths[pixel] == NothingThere)
+            return;
+        const LightValues values = lights.at(surface);
+        for (int i = 0; i < LightCount; ++i)
+            light[i][pixel] = fixedPoint<std::uint16_t>(values[i], fullLight);
+        const Reflectance &back = surface.reflectance;
+        const double brightness = (back.red + 2.0 * back.green + back.blue) / 4.0;
+        const std::array<double, ChannelCount> channels{brightness, back.red, back.green,
+                                                        back.blue};
+        for (int i = 0; i < ChannelCount; ++i)
+            reflectance[i][pixel] = fixedPoint<std::uint8_t>(channels[i], fullReflectance);
+    });
+}
+
+std::vector<float> depthsOf(const ViewKey &key)
+{
+    std::vector<float> depths(pixelsOf(key));
+    look(key, Scene(key.tableDegrees), [&](std::size_t pixel, const SurfacePoint &surface) {
+        depths[pixel] = static_cast<float>(surface.distance);
+    });
+    return depths;
 }
 
 } // namespace Tessel3SyncSimulator

@@ -7,7 +7,6 @@
 
 #include <array>
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 namespace Tessel3SyncSimulator {
@@ -36,26 +35,27 @@ struct ViewKey
     int height;
     std::uint32_t seed;
     double tableDegrees;
+
+    bool operator==(const ViewKey &other) const;
 };
 
 struct View
 {
     explicit View(const ViewKey &key);
 
-    using Plane = std::vector<std::uint8_t>;
+    /// What a light gives a surface that faces it at 600 mm. Planes hold eight times that: no
+    /// surface is so near that its light would be cut.
+    static constexpr double fullLight = 8192.0;
+    static constexpr double fullReflectance = 255.0;
 
     ViewKey key;
-    std::vector<float> depths; ///< millimetres along the camera's axis
-    std::array<Plane, LightCount> light;
-    std::array<Plane, ChannelCount> reflectance;
+    std::vector<float> depths; ///< as Control.h's trueDepth
+    std::array<std::vector<std::uint16_t>, LightCount> light;
+    std::array<std::vector<std::uint8_t>, ChannelCount> reflectance;
 };
 
-/// The view for a key, made or remembered: the last of each camera is kept. Any thread; takes its
-/// time, so no other lock may be held.
-std::shared_ptr<const View> viewFor(const ViewKey &key);
-
-/// Whether viewFor would answer at once.
-bool viewIsReady(const ViewKey &key);
+/// A view's depths alone, for much less work.
+std::vector<float> depthsOf(const ViewKey &key);
 
 } // namespace Tessel3SyncSimulator
 

@@ -56,7 +56,7 @@ CommandInterface *CommandManager::loadSpecifyVersionPlugin(const QString &name,
     // It says "device" though a command plug-in is loaded; log readers know the line so.
     KVSYNC_DEBUG << "load device plugin " << filePath;
     auto loader = std::make_unique<QPluginLoader>(filePath);
-    if (!loader->instance())
+    if (!PluginFile::rootObject(*loader))
         KVSYNC_RAISE(PluginLoadFailed, loader->errorString());
     return store(name, version, fileNames.first(), std::move(loader));
 }
@@ -74,7 +74,7 @@ CommandInterface *CommandManager::loadMaxVersionPlugin(const QString &name)
     const QString filePath = QDir(directory).absoluteFilePath(fileNames.first());
     KVSYNC_DEBUG << "load device plugin " << filePath;
     auto loader = std::make_unique<QPluginLoader>(filePath);
-    if (!loader->instance())
+    if (!PluginFile::rootObject(*loader))
         KVSYNC_RAISE(PluginLoadFailed, loader->errorString());
     const QVersionNumber found = PluginFile::versionOf(fileNames.first());
     return store(name, {found.majorVersion(), found.minorVersion()}, fileNames.first(),

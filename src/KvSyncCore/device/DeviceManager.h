@@ -168,14 +168,23 @@ public:
                       ProjectorSpace::SubPatternType sub);
 
 private:
+    /// What the tables say of one handle at one moment.
+    struct Registration
+    {
+        BaseDeviceSpace::DeviceInterface *device = nullptr; ///< null: not registered
+        QObject *plugin = nullptr; ///< the root object whose device it is; null: none
+        quint64 number = 0;
+    };
+
     bool isLoaded(const QString &name, const QVersionNumber &version);
     IFactory *factoryOfPlugin(const QString &name, const QVersionNumber &version);
-    IFactory *factoryOfDevice(const DeviceHandle handle);
     BaseDeviceSpace::DeviceInterface *device(const DeviceHandle handle);
-    QString registrationOf(const DeviceHandle handle);
+    Registration registrationOf(const DeviceHandle handle);
+    void endRegistration(const DeviceHandle handle);
     QList<qint64> allHandles();
     void deleteAllDevices();
     void unloadAllPlugins();
+    QPluginLoader *takeFirstLoader();
 
     template <typename Capability>
     Capability *capability(const DeviceHandle handle);
@@ -191,6 +200,8 @@ private:
     QReadWriteLock registryLock;
     QMap<qint64, QString> devices;             ///< device handle to plug-in key
     QMap<QString, DevicePluginRecord> plugins; ///< by plug-in key
+    QMap<qint64, quint64> registrationNumbers; ///< by device handle; a newer one is higher
+    quint64 lastRegistrationNumber = 0;
 
     QString pluginDirPath = QStringLiteral("Device");
     int colorMode = 0; ///< as the last startScan was told, also when it ran without colour

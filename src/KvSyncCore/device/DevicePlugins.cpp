@@ -8,8 +8,10 @@
 #include <QtCore/QDir>
 #include <QtCore/QPluginLoader>
 
+#include <algorithm>
 #include <memory>
 #include <new>
+#include <utility>
 
 namespace KvSyncCore {
 
@@ -75,10 +77,7 @@ ErrorCode DeviceManager::loadDevicePlugin(const QString &pluginName, const QVers
         KVSYNC_GLOG_INFO << "new QPluginLoader object failed";
         return DeviceOperationFailed;
     }
-    // A loader that finds the module loaded already does not count as its user unless it is told to
-    // load: the end of another manager would unload what this one serves.
-    loader->load();
-    QObject *const instance = loader->instance();
+    QObject *const instance = PluginFile::rootObject(*loader);
     if (!instance) {
         const QString text = loader->errorString();
         KVSYNC_CRITICAL << text;
@@ -128,22 +127,23 @@ QPair<ErrorCode, qint64> DeviceManager::createDevice(const QString &pluginName,
     const qint64 handle = handleOf(factory->createDevice());
     const QWriteLocker locker(&registryLock);
     devices.insert(handle, PluginFile::key(pluginName, version));
+    registrationNumbers.insert(handle, ++lastRegistrationNumber);
     return {Success, handle};
 }
 
 ErrorCode DeviceManager::deleteDevice(const DeviceHandle handle)
 {
-    DeviceInterface *target = device(handle);
-    if (!target) {
+    const Registration registration = registrationOf(handle);
+    if (!registration.device) {
         KVSYNC_CRITICAL << "handle is invalid";
         return HandleInvalid;
     }
-    IFactory *const factory = factoryOfDevice(handle);
+    auto *const factory = qobject_cast<IFactory *>(registration.plugin);
     if (!factory) {
         KVSYNC_CRITICAL << "The handle is invalid";
         return HandleInvalid;
     }
-    const QString registration = registrationOf(handle);
+    DeviceInterface *target = registration.device;
     const ErrorCode result = factory->destroyDevice(target);
     if (result != Success)
         return result;
@@ -152,10 +152,8 @@ ErrorCode DeviceManager::deleteDevice(const DeviceHandle handle)
     const qint64 ended = handleOf(target);
     const QWriteLocker locker(&registryLock);
     // Another thread may have been given a new device at the freed address meanwhile: it stays.
-    const bool isNewer =
-        ended == handle && devices.value(handle).constData() != registration.constData();
-    if (!isNewer)
-        devices.remove(ended);
+    if (ended != handle || registrationNumbers.value(handle) == registration.number)
+        endRegistration(ended);
     return Success;
 }
 
@@ -197,27 +195,26 @@ IFactory *DeviceManager::factoryOfPlugin(const QString &name, const QVersionNumb
     return qobject_cast<IFactory *>(instance);
 }
 
-IFactory *DeviceManager::factoryOfDevice(const DeviceHandle handle)
-{
-    QObject *instance = nullptr;
-    {
-        const QReadLocker locker(&registryLock);
-        instance = plugins.value(devices.value(handle)).instance;
-    }
-    return qobject_cast<IFactory *>(instance);
-}
-
 DeviceInterface *DeviceManager::device(const DeviceHandle handle)
 {
     const QReadLocker locker(&registryLock);
     return devices.contains(handle) ? deviceOf(handle) : nullptr;
 }
 
-// The text of the registration itself: each registration has made its own.
-QString DeviceManager::registrationOf(const DeviceHandle handle)
+DeviceManager::Registration DeviceManager::registrationOf(const DeviceHandle handle)
 {
     const QReadLocker locker(&registryLock);
-    return devices.value(handle);
+    const auto key = devices.constFind(handle);
+    if (key == devices.constEnd())
+        return {};
+    return {deviceOf(handle), plugins.value(*key).instance, registrationNumbers.value(handle)};
+}
+
+// Under the write lock.
+void DeviceManager::endRegistration(const DeviceHandle handle)
+{
+    devices.remove(handle);
+    registrationNumbers.remove(handle);
 }
 
 QList<qint64> DeviceManager::allHandles()
@@ -232,13 +229,28 @@ void DeviceManager::deleteAllDevices()
         deleteDevice(handle);
 }
 
+// In key order. A root object that calls back while it ends finds the plug-ins that went before it
+// empty and their devices gone; the records stay until the end, so that none is loaded again.
 void DeviceManager::unloadAllPlugins()
 {
-    for (const DevicePluginRecord &record : qAsConst(plugins)) {
-        record.loader->unload();
-        delete record.loader;
+    while (QPluginLoader *const loader = takeFirstLoader()) {
+        loader->unload();
+        delete loader;
     }
     plugins.clear();
+}
+
+QPluginLoader *DeviceManager::takeFirstLoader()
+{
+    const QWriteLocker locker(&registryLock);
+    const auto first =
+        std::find_if(plugins.begin(), plugins.end(),
+                     [](const DevicePluginRecord &record) { return record.loader != nullptr; });
+    if (first == plugins.end())
+        return nullptr;
+    for (const qint64 handle : devices.keys(first.key()))
+        endRegistration(handle);
+    return std::exchange(*first, DevicePluginRecord()).loader;
 }
 
 } // namespace KvSyncCore

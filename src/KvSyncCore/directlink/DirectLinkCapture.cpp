@@ -11,7 +11,7 @@ using Tessel3Sync::RETSTATUS;
 
 namespace {
 
-// The length, in UTF-8, from which the scanner's store refuses; also the size of the read buffer.
+// The length, in UTF-8, from which the scanner's store refuses; also what a read may fill.
 constexpr int userInformationSize = 512;
 
 // A QByteArray throws just below the largest int: it needs up to 32 bytes for itself.
@@ -24,12 +24,6 @@ QByteArray copyPixels(const unsigned char *pixels, int width, int height)
     if (!pixels || width <= 0 || height <= 0 || size > largestImage)
         return {};
     return {reinterpret_cast<const char *>(pixels), static_cast<int>(size)};
-}
-
-std::string textUpToZero(const char *buffer, std::size_t maximumSize)
-{
-    const std::string whole(buffer, maximumSize);
-    return whole.substr(0, whole.find('\0'));
 }
 
 } // namespace
@@ -93,16 +87,13 @@ ErrorCode DeviceManager::writeCustomInfo(const DeviceHandle, unsigned int addres
 ErrorCode DeviceManager::readCustomInfo(const DeviceHandle, unsigned int address, QByteArray &data)
 {
     KVSYNC_DEBUG << "readCustomInfo start";
-    char *const ownBuffer = new char[userInformationSize]();
-    char *buffer = ownBuffer;
+    // The zero behind what the library may fill ends an unterminated text. A library that replaces
+    // the pointer owns the original from then on; its address does not tell, since a heap may give
+    // the freed one out again. So both are read alike: up to the first zero.
+    char *buffer = new char[userInformationSize + 1]();
     const RETSTATUS status =
         Tessel3Sync::ReadUserInfomation(libraryDevice, static_cast<int>(address), buffer);
-    // A library that replaces the pointer owns the original from then on.
-    std::string utf8;
-    if (buffer == ownBuffer)
-        utf8 = textUpToZero(buffer, userInformationSize);
-    else if (buffer)
-        utf8 = buffer;
+    const std::string utf8 = buffer ? buffer : "";
     delete[] buffer;
     const QString text = QString::fromStdString(utf8);
     KVSYNC_DEBUG << " 2 ReadUserInfomation data: " << text;

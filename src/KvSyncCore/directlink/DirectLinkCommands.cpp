@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <sstream>
 
 namespace KvSyncCore {
 
@@ -179,11 +180,11 @@ ErrorCode DeviceManager::executeCommand(const QString &command, QMap<QString, QV
         KVSYNC_DEBUG << parametersText(*found, scanner);
     const RETSTATUS status = found->run(scanner);
     if (found->logPrefix) {
-        google::LogMessage line(__FILE__, __LINE__);
-        line.stream() << found->logPrefix;
-        streamParameters(line.stream(), *found, scanner);
+        std::ostringstream values;
+        streamParameters(values, *found, scanner);
         // "retSatus" is what log readers match.
-        line.stream() << " retSatus: " << static_cast<int>(status);
+        KVSYNC_GLOG_INFO << found->logPrefix << values.str()
+                         << " retSatus: " << static_cast<int>(status);
     }
     return resultOf(status, CommandFailed);
 }

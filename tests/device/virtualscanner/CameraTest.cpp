@@ -4,6 +4,7 @@
 
 #include <future>
 #include <limits>
+#include <set>
 
 using namespace KvSyncTest;
 using namespace VirtualScanner;
@@ -33,7 +34,7 @@ protected:
         return codeOfGet(camera, "frame", {{QStringLiteral("timeoutMs"), timeoutMs}});
     }
 
-    /// The pixels of frame 0 under the present settings.
+    /// The pixels of the first frame under the present settings.
     QByteArray firstPixels()
     {
         EXPECT_EQ(devices.stopStream(camera, 0), Success);
@@ -43,7 +44,7 @@ protected:
         EXPECT_EQ(devices.startStream(camera, 0), Success);
         EXPECT_EQ(set(camera, "trigger", {}), Success);
         const Values values = frame();
-        EXPECT_EQ(values.value(QStringLiteral("frame")).toInt(), 0);
+        EXPECT_EQ(values.value(QStringLiteral("frame")).toInt(), 1);
         EXPECT_EQ(devices.stopStream(camera, 0), Success);
         EXPECT_EQ(devices.setTriggerMode(camera, mode, 0), Success);
         return values.value(QStringLiteral("data")).toByteArray();
@@ -258,8 +259,8 @@ TEST_F(VirtualCameras, KeepEightFramesAndLoseTheOldest)
     ASSERT_EQ(devices.startStream(camera, 0), Success);
     for (int i = 0; i < 10; ++i)
         ASSERT_EQ(set(camera, "trigger", {}), Success);
-    EXPECT_EQ(frameNumber(), 2);
     EXPECT_EQ(frameNumber(), 3);
+    EXPECT_EQ(frameNumber(), 4);
 }
 
 TEST_F(VirtualCameras, ThrowWaitingFramesAwayOnDemand)
@@ -270,7 +271,7 @@ TEST_F(VirtualCameras, ThrowWaitingFramesAwayOnDemand)
     EXPECT_EQ(devices.discardFrames(camera, 0), Success);
     EXPECT_EQ(frameCode(0), NoFrame);
     ASSERT_EQ(set(camera, "trigger", {}), Success);
-    EXPECT_EQ(frameNumber(), 1);
+    EXPECT_EQ(frameNumber(), 2);
 }
 
 TEST_F(VirtualCameras, KeepWaitingFramesBeyondTheEndOfTheStream)
@@ -279,8 +280,58 @@ TEST_F(VirtualCameras, KeepWaitingFramesBeyondTheEndOfTheStream)
     ASSERT_EQ(devices.startStream(camera, 0), Success);
     ASSERT_EQ(set(camera, "trigger", {}), Success);
     ASSERT_EQ(devices.stopStream(camera, 0), Success);
-    EXPECT_EQ(frameNumber(), 0);
+    EXPECT_EQ(frameNumber(), 1);
     EXPECT_EQ(frameCode(1000), NoFrame);
+}
+
+TEST_F(VirtualCameras, RenderAFrameWithTheSettingsOfItsMoment)
+{
+    const QByteArray plain = firstPixels();
+    ASSERT_EQ(devices.setTriggerMode(camera, SoftwareTrigger, 0), Success);
+    ASSERT_EQ(devices.startStream(camera, 0), Success);
+    ASSERT_EQ(set(camera, "trigger", {}), Success);
+    EXPECT_EQ(setValue("gain", 64), Success);
+    ASSERT_EQ(set(camera, "trigger", {}), Success);
+    ASSERT_EQ(devices.stopStream(camera, 0), Success);
+    EXPECT_EQ(setValue("pixelFormat", RGB8), Success);
+    EXPECT_EQ(devices.setInterestSize(camera, 8, 4, 0), Success);
+
+    const Values first = frame();
+    EXPECT_EQ(first.value(QStringLiteral("data")).toByteArray(), plain);
+    EXPECT_EQ(first.value(QStringLiteral("format")).toInt(), int(Mono8));
+    EXPECT_EQ(first.value(QStringLiteral("width")).toInt(), 640);
+    const QByteArray second = frame().value(QStringLiteral("data")).toByteArray();
+    EXPECT_EQ(second.size(), 640 * 480);
+    EXPECT_GT(mean(second), mean(plain));
+}
+
+TEST_F(VirtualCameras, GiveEachFrameToOneCaller)
+{
+    ASSERT_EQ(devices.setTriggerMode(camera, SoftwareTrigger, 0), Success);
+    ASSERT_EQ(devices.startStream(camera, 0), Success);
+    const auto fetch = [this] {
+        Values values{{QStringLiteral("timeoutMs"), 60000}};
+        return devices.getProperty(camera, QStringLiteral("frame"), values) == Success
+                   ? values.value(QStringLiteral("frame")).toInt()
+                   : 0;
+    };
+    std::future<int> one = std::async(std::launch::async, fetch);
+    std::future<int> other = std::async(std::launch::async, fetch);
+    ASSERT_EQ(set(camera, "trigger", {}), Success);
+    ASSERT_EQ(set(camera, "trigger", {}), Success);
+    const std::set<int> numbers = {one.get(), other.get()};
+    EXPECT_EQ(numbers, (std::set<int>{1, 2}));
+}
+
+TEST_F(VirtualCameras, ThatAreDeletedEndTheWaitForAFrame)
+{
+    ASSERT_EQ(devices.setTriggerMode(camera, SoftwareTrigger, 0), Success);
+    ASSERT_EQ(devices.startStream(camera, 0), Success);
+    std::future<ErrorCode> waiting =
+        std::async(std::launch::async, [this] { return frameCode(60000); });
+    ASSERT_TRUE(isCalled(camera));
+    EXPECT_EQ(devices.deleteDevice(camera), Success);
+    EXPECT_EQ(waiting.get(), DeviceVanished);
 }
 
 TEST_F(VirtualCameras, KeepTheirSettingsDuringAStream)

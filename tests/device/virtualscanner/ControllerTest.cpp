@@ -3,6 +3,7 @@
 #include "KvSyncDevice/ControllerInterface.h"
 
 #include <future>
+#include <thread>
 #include <vector>
 
 using namespace KvSyncTest;
@@ -98,6 +99,18 @@ TEST_F(VirtualControllers, KeepTheChannelForTheCallerThatLockedIt)
     EXPECT_EQ(onAnotherThread([&] { return send(ControlCommand, "ping"); }), Success);
 }
 
+TEST_F(VirtualControllers, KeepTheChannelFromAThreadThatGotTheIdOfTheOneThatLockedIt)
+{
+    // A system gives the id of an ended thread out again, mostly to the very next one.
+    std::thread([this] { EXPECT_EQ(devices.lockCommandChannel(scanner), Success); }).join();
+    for (int i = 0; i < 20; ++i) {
+        std::thread([this] {
+            EXPECT_EQ(send(ControlCommand, "ping"), ChannelBusy);
+            EXPECT_EQ(devices.unlockCommandChannel(scanner), ChannelNotLocked);
+        }).join();
+    }
+}
+
 TEST_F(VirtualControllers, TakeAFirmwareImageWhole)
 {
     EXPECT_EQ(devices.updateFireware(scanner, ControllerFireware, image(7)), Success);
@@ -137,9 +150,9 @@ TEST_F(VirtualControllers, ShowTheProgressOfAnUpdateToOtherThreads)
     EXPECT_LT(fireware("bytesWritten").toInt(), 1024 * 1024);
     EXPECT_EQ(send(ControlCommand, "ping"), ChannelBusy);
     ASSERT_EQ(set(scanner, "vanish", {{QStringLiteral("vanished"), true}}), Success);
-    EXPECT_EQ(updating.get(), DeviceVanished);
     ASSERT_EQ(set(scanner, "vanish", {{QStringLiteral("vanished"), false}}), Success);
     ASSERT_EQ(devices.connectDeviceByIndex(scanner, Scanner), Success);
+    EXPECT_EQ(updating.get(), DeviceVanished);
     EXPECT_FALSE(fireware("updating").toBool());
     EXPECT_EQ(fireware("motor").toInt(), 0);
 }

@@ -6,6 +6,7 @@
 #include <QtCore/QStringList>
 
 #include <future>
+#include <thread>
 
 using namespace KvSyncTest;
 using namespace VirtualScanner;
@@ -101,6 +102,27 @@ TEST_F(VirtualDevices, RefuseUnknownPropertiesAndTheWrongDirection)
     EXPECT_EQ(codeOfGet(handle, "position"), UnknownProperty); // the motor's
 }
 
+TEST_F(VirtualDevices, AreConnectedWithOneHandleAtATime)
+{
+    const DeviceHandle first = open(Turntable);
+    const DeviceHandle second = create(Turntable);
+    EXPECT_EQ(devices.connectDeviceByIndex(second, Turntable), DeviceInUse);
+    EXPECT_EQ(devices.stopMotor(second, {}), NotConnected);
+    EXPECT_EQ(devices.connectDeviceByIndex(first, Turntable), Success); // its own
+    EXPECT_EQ(devices.deleteDevice(first), Success);
+    EXPECT_EQ(devices.connectDeviceByIndex(second, Turntable), Success);
+}
+
+TEST_F(VirtualDevices, LeaveTheirPlaceWhenTheyVanish)
+{
+    const DeviceHandle first = open(Turntable);
+    const DeviceHandle second = create(Turntable);
+    ASSERT_EQ(set(first, "vanish", {{QStringLiteral("vanished"), true}}), Success);
+    ASSERT_EQ(set(first, "vanish", {{QStringLiteral("vanished"), false}}), Success);
+    EXPECT_EQ(devices.connectDeviceByIndex(second, Turntable), Success);
+    EXPECT_EQ(devices.connectDeviceByIndex(first, Turntable), DeviceInUse);
+}
+
 TEST_F(VirtualDevices, EndWithTheirHandle)
 {
     const DeviceHandle handle = open(Scanner);
@@ -183,4 +205,86 @@ TEST_F(VirtualDevices, ThatVanishEndASlowOperation)
         std::async(std::launch::async, [&] { return devices.stopMotor(handle, {}); });
     ASSERT_EQ(set(handle, "vanish", {{QStringLiteral("vanished"), true}}), Success);
     EXPECT_EQ(waiting.get(), DeviceVanished);
+}
+
+TEST_F(VirtualDevices, ThatVanishForAnInstantEndAWait)
+{
+    const DeviceHandle handle = open(Turntable);
+    ASSERT_EQ(devices.rotate(handle, {{MotorSpace::TurntableAxis, 36000.0, 1.0}}), Success);
+    std::future<ErrorCode> waiting =
+        std::async(std::launch::async, [&] { return devices.waitMotorStop(handle, {}); });
+    ASSERT_TRUE(isCalled(handle));
+    ASSERT_EQ(set(handle, "vanish", {{QStringLiteral("vanished"), true}}), Success);
+    ASSERT_EQ(set(handle, "vanish", {{QStringLiteral("vanished"), false}}), Success);
+    ASSERT_EQ(devices.connectDeviceByIndex(handle, Turntable), Success);
+    ASSERT_EQ(devices.rotate(handle, {{MotorSpace::TurntableAxis, 360.0, 720.0}}), Success);
+    EXPECT_EQ(waiting.get(), DeviceVanished);
+}
+
+TEST_F(VirtualDevices, ThatDidNotVanishStayConnectedWhenToldToComeBack)
+{
+    const DeviceHandle handle = open(Turntable);
+    ASSERT_EQ(set(handle, "vanish", {{QStringLiteral("vanished"), false}}), Success);
+    EXPECT_EQ(devices.stopMotor(handle, {}), Success);
+}
+
+TEST_F(VirtualDevices, FailToConnectOnOrder)
+{
+    const DeviceHandle handle = create(Turntable);
+    ASSERT_EQ(set(handle, "fail",
+                  {{QStringLiteral("operation"), QStringLiteral("connectDeviceByIndex")},
+                   {QStringLiteral("code"), 7},
+                   {QStringLiteral("times"), 1}}),
+              Success);
+    EXPECT_EQ(devices.connectDeviceByIndex(handle, Turntable), static_cast<ErrorCode>(7));
+    EXPECT_EQ(devices.stopMotor(handle, {}), NotConnected);
+    EXPECT_EQ(devices.connectDeviceByIndex(handle, Turntable), Success);
+}
+
+TEST_F(VirtualDevices, ConnectSlowlyOnOrder)
+{
+    const DeviceHandle handle = create(Turntable);
+    ASSERT_EQ(set(handle, "slow",
+                  {{QStringLiteral("operation"), QStringLiteral("connectDeviceByIndex")},
+                   {QStringLiteral("ms"), 60000}}),
+              Success);
+    std::future<ErrorCode> waiting = std::async(
+        std::launch::async, [&] { return devices.connectDeviceByIndex(handle, Turntable); });
+    ASSERT_TRUE(isCalled(handle));
+    ASSERT_EQ(set(handle, "vanish", {{QStringLiteral("vanished"), true}}), Success);
+    EXPECT_EQ(waiting.get(), DeviceVanished);
+}
+
+TEST_F(VirtualDevices, ThatVanishedRememberOnlyWhatIsWrittenForGood)
+{
+    const DeviceHandle handle = open(Scanner);
+    using namespace ControllerSpace;
+    using namespace ProjectorSpace;
+    ASSERT_EQ(set(handle, "gain", {{QStringLiteral("value"), 9}}), Success);
+    ASSERT_EQ(devices.startStream(handle, 0), Success);
+    ASSERT_EQ(devices.projectorLEDSwitch(handle, true), Success);
+    ASSERT_EQ(devices.writePatternToFlash(handle, StripePattern, DefaultVariant, 4, 2, 1, "ok"),
+              Success);
+    ASSERT_EQ(devices.rotate(handle, {{MotorSpace::TurntableAxis, 36000.0, 1.0}}), Success);
+    ASSERT_EQ(devices.updateFireware(handle, MotorFireware, "KVFW\x05"), Success);
+    ASSERT_EQ(devices.sendCommand(handle, ConfigurationCommand, "set fan 3"), Success);
+    std::thread([&] { ASSERT_EQ(devices.lockCommandChannel(handle), Success); }).join();
+
+    ASSERT_EQ(set(handle, "vanish", {{QStringLiteral("vanished"), true}}), Success);
+    ASSERT_EQ(set(handle, "vanish", {{QStringLiteral("vanished"), false}}), Success);
+    ASSERT_EQ(devices.connectDeviceByIndex(handle, Scanner), Success);
+
+    EXPECT_EQ(get(handle, "gain").value(QStringLiteral("value")).toInt(), 0);
+    EXPECT_EQ(devices.startStream(handle, 0), Success); // it runs no longer
+    bool isOn = true;
+    EXPECT_EQ(devices.currentProjectorLEDSwitch(handle, isOn), Success);
+    EXPECT_FALSE(isOn);
+    EXPECT_EQ(codeOfGet(handle, "pattern", {{QStringLiteral("index"), 4}}), Success);
+    EXPECT_EQ(get(handle, "position").value(QStringLiteral("turntable")).toDouble(), 0.0);
+    EXPECT_EQ(devices.waitMotorStop(handle, {}), Success);
+    EXPECT_EQ(get(handle, "fireware").value(QStringLiteral("motor")).toInt(), 5);
+    EXPECT_EQ(devices.lockCommandChannel(handle), Success);
+    QByteArray answer;
+    EXPECT_EQ(devices.readCommand(handle, ConfigurationCommand, answer), NoAnswer);
+    EXPECT_EQ(devices.sendCommand(handle, QueryCommand, "get fan"), UnknownCommand);
 }

@@ -89,6 +89,14 @@ TEST_F(VirtualMotors, RefuseSenselessMovements)
     EXPECT_EQ(rotate(TurntableAxis, 36001.0), BadValue);
 }
 
+TEST_F(VirtualMotors, RefuseSpeedsThatNoClockCountsToTheEnd)
+{
+    for (const double speed : {0.0099, 1e-300, std::numeric_limits<double>::denorm_min()})
+        EXPECT_EQ(rotate(TurntableAxis, 36000.0, speed), BadValue);
+    EXPECT_EQ(rotate(TurntableAxis, 36000.0, 0.01), Success);
+    EXPECT_EQ(rotate(TurntableAxis, 1.0), AxisMoving);
+}
+
 TEST_F(VirtualMotors, ChooseTheirOwnSpeedForZero)
 {
     EXPECT_EQ(rotate(TurntableAxis, 1.8, 0.0), Success);

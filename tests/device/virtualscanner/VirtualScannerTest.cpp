@@ -55,4 +55,10 @@ ErrorCode VirtualScannerTest::codeOfGet(DeviceHandle handle, const char *propert
     return devices.getProperty(handle, QString::fromLatin1(property), values);
 }
 
+bool VirtualScannerTest::isCalled(DeviceHandle handle)
+{
+    return eventually(
+        [&] { return get(handle, "vanish").value(QStringLiteral("calls")).toInt() == 1; });
+}
+
 } // namespace KvSyncTest

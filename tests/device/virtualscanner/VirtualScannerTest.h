@@ -47,6 +47,8 @@ protected:
     /// Reads a property; it must succeed.
     Values get(DeviceHandle handle, const char *property, Values values = {});
     ErrorCode codeOfGet(DeviceHandle handle, const char *property, Values values = {});
+    /// Whether a call gets into the device in good time; then it waits there.
+    bool isCalled(DeviceHandle handle);
 
     static const QString name;
     static const QVersionNumber version;

@@ -1,5 +1,8 @@
 #include "unit/command/CommandManagerFixture.h"
 
+#include <QtCore/QPluginLoader>
+#include <QtCore/QPointer>
+
 namespace {
 
 using namespace KvSyncTest;
@@ -56,6 +59,16 @@ TEST_F(MaxVersion, ReplacesTheEntryOfAnOlderBuild)
     EXPECT_EQ(manager.getCommandInterface("Demo", {1, 0}), newer);
     // The replaced one stays alive.
     EXPECT_EQ(older->execute(0, "anything", {}), QVariant());
+}
+
+TEST_F(MaxVersion, StaysWhenTheHostUnloadsWhatItHadLoadedItself)
+{
+    provide({"Demo.1.0.1.dll"});
+    QPluginLoader loaderOfHost(folder.filePath("Demo.1.0.1.dll"));
+    ASSERT_TRUE(loaderOfHost.load());
+    const QPointer<CommandInterface> plugin(manager.loadMaxVersionPlugin("Demo"));
+    EXPECT_FALSE(loaderOfHost.unload()) << "nobody else counts as a user";
+    EXPECT_TRUE(plugin);
 }
 
 TEST_F(MaxVersion, IgnoresFilesWithFewerParts)

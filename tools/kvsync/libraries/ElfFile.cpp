@@ -116,14 +116,27 @@ private:
     const quint64 size;
 };
 
+// An empty list is none; in a longer one, nothing between two colons is the working folder.
+QStringList folders(const QString &list)
+{
+    QStringList result = list.isEmpty() ? QStringList() : list.split(QLatin1Char(':'));
+    for (QString &folder : result)
+        if (folder.isEmpty())
+            folder = QStringLiteral(".");
+    return result;
+}
+
 void readLibraries(LibraryFile &file, const Dynamic &dynamic, const StringTable &texts)
 {
     for (const quint64 index : dynamic.needed)
         file.needed.append(texts.at(index));
-    // The loader forgets RPATH where there is a RUNPATH.
-    file.searchPathsInherited = dynamic.runpaths.empty();
-    for (const quint64 index : dynamic.runpaths.empty() ? dynamic.rpaths : dynamic.runpaths)
-        file.searchPaths += texts.at(index).split(QLatin1Char(':'), Qt::SkipEmptyParts);
+    file.hasRunpath = !dynamic.runpaths.empty();
+    for (const quint64 index : dynamic.runpaths)
+        file.runpath += folders(texts.at(index));
+    if (file.hasRunpath)
+        return;
+    for (const quint64 index : dynamic.rpaths)
+        file.rpath += folders(texts.at(index));
 }
 
 } // namespace

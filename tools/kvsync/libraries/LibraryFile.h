@@ -22,10 +22,9 @@ struct LibraryFile
     bool bigEndian = false;
     quint16 machine = 0; ///< in the format's own numbers
     QStringList needed;  ///< as they stand in the file, in order
-    QStringList searchPaths;
-    /// Whether searchPaths hold for the libraries that this one needs, too (ELF: RPATH, no
-    /// RUNPATH).
-    bool searchPathsInherited = false;
+    QStringList rpath; ///< ELF: holds for what the needed libraries need, too; void with a RUNPATH
+    QStringList runpath;     ///< ELF: holds for this library alone
+    bool hasRunpath = false; ///< also if it is empty
 
     /// Whether this process could load it, going by format, width and machine.
     bool isForThisProcess() const;

@@ -15,16 +15,8 @@ struct Waiting
 {
     QString filePath;
     LibraryFile file;
-    QStringList inheritedPaths;
+    QStringList rpathsAbove; ///< of those for whose sake it is loaded, the nearest first
 };
-
-QStringList expanded(const QStringList &paths, const QString &filePath)
-{
-    const QString origin = QFileInfo(filePath).absolutePath();
-    QStringList result = paths;
-    result.replaceInStrings(QStringLiteral("${ORIGIN}"), origin);
-    return result.replaceInStrings(QStringLiteral("$ORIGIN"), origin);
-}
 
 QString nameKey(const QString &name)
 {
@@ -35,27 +27,41 @@ QString nameKey(const QString &name)
 #endif
 }
 
+// A library with a RUNPATH of its own heeds nobody's RPATH, but does not void it for what it needs.
+SearchFolders foldersFor(const Waiting &library, const QStringList &rpaths)
+{
+    return {library.file.hasRunpath ? QStringList() : rpaths,
+            expandedFolders(library.file.runpath, library.filePath)};
+}
+
 } // namespace
+
+QStringList expandedFolders(const QStringList &folders, const QString &filePath)
+{
+    const QString origin = QFileInfo(filePath).absolutePath();
+    QStringList result = folders;
+    result.replaceInStrings(QStringLiteral("${ORIGIN}"), origin);
+    return result.replaceInStrings(QStringLiteral("$ORIGIN"), origin);
+}
 
 std::vector<NeededLibrary> findNeededLibraries(const QString &filePath, const LibraryFile &file)
 {
     std::vector<NeededLibrary> found;
     QSet<QString> seen;
-    std::deque<Waiting> waiting{{filePath, file, {}}};
+    std::deque<Waiting> waiting{{filePath, file, foldersOfThisProcess()}};
     for (; !waiting.empty(); waiting.pop_front()) {
         const Waiting &current = waiting.front();
-        const QStringList own = expanded(current.file.searchPaths, current.filePath);
-        const QStringList inherited =
-            current.file.searchPathsInherited ? own + current.inheritedPaths : QStringList();
-        const QStringList paths = current.file.searchPathsInherited ? inherited : own;
+        const QStringList rpaths =
+            expandedFolders(current.file.rpath, current.filePath) + current.rpathsAbove;
+        const SearchFolders folders = foldersFor(current, rpaths);
         for (const QString &name : current.file.needed) {
             if (seen.contains(nameKey(name)) || found.size() >= mostLibraries)
                 continue;
             seen.insert(nameKey(name));
-            const QString path = findLibrary(name, paths);
+            const QString path = findLibrary(name, folders);
             found.push_back({name, current.filePath, path});
             if (!path.isEmpty() && !isLoadedLibrary(name))
-                waiting.push_back({path, libraryFileAt(path), inherited});
+                waiting.push_back({path, libraryFileAt(path), rpaths});
         }
     }
     return found;

@@ -22,9 +22,22 @@ struct NeededLibrary
 /// this process.
 std::vector<NeededLibrary> findNeededLibraries(const QString &filePath, const LibraryFile &file);
 
+/// Folders for one search, where the system knows such.
+struct SearchFolders
+{
+    QStringList beforeEnvironment;
+    QStringList afterEnvironment;
+};
+
 /// The system's part: where the loader of this process finds a library, or an empty text.
-/// `searchPaths` are looked through first, where the system knows such.
-QString findLibrary(const QString &name, const QStringList &searchPaths);
+QString findLibrary(const QString &name, const SearchFolders &folders);
+
+/// The system's part: what is looked through, before the environment's folders, for every library
+/// that this process loads, unless the one that needs it says otherwise.
+QStringList foldersOfThisProcess();
+
+/// The paths of a file, with its own folder put in where they say so.
+QStringList expandedFolders(const QStringList &folders, const QString &filePath);
 
 /// Whether this process holds the library already.
 bool isLoadedLibrary(const QString &name);

@@ -33,7 +33,7 @@ QString modulePath(HMODULE module)
 } // namespace
 
 // The plug-in's own folder is not looked through: Windows does not either.
-QString findLibrary(const QString &name, const QStringList &)
+QString findLibrary(const QString &name, const SearchFolders &)
 {
     if (const HMODULE module = GetModuleHandleW(wide(name)))
         return modulePath(module);
@@ -46,6 +46,11 @@ QString findLibrary(const QString &name, const QStringList &)
         return {};
     return QDir::fromNativeSeparators(
         QString::fromWCharArray(buffer.data(), static_cast<int>(length)));
+}
+
+QStringList foldersOfThisProcess()
+{
+    return {};
 }
 
 bool isLoadedLibrary(const QString &name)

@@ -20,6 +20,11 @@ QString PluginFileName::pattern() const
     return QString::asprintf("%s.%d.%d.*.dll", name.toLatin1().constData(), major, minor);
 }
 
+QString PluginFileName::shownPattern() const
+{
+    return QStringLiteral("%1.%2.*.dll").arg(name, version());
+}
+
 QString PluginFileName::version() const
 {
     return QStringLiteral("%1.%2").arg(major).arg(minor);

@@ -15,6 +15,8 @@ struct PluginFileName
 
     /// The name filter with which the core looks for this name, major and minor.
     QString pattern() const;
+    /// The same for people: the name as it is, also where the core's filter spoils its letters.
+    QString shownPattern() const;
     /// "major.minor"
     QString version() const;
 

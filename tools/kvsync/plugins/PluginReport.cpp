@@ -1,48 +1,16 @@
 #include "PluginReport.h"
 
 #include "BoundedReader.h"
+#include "LoadTrial.h"
 
-#include <KvSyncCore/CommandInterface.h>
-#include <KvSyncDevice/IFactory.h>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QPluginLoader>
 
-#include <exception>
-
 namespace KvSyncCli {
 
 namespace {
-
-struct KindRow
-{
-    PluginKind kind;
-    const char *name;
-    const char *iid;
-};
-
-constexpr KindRow kinds[] = {
-    {PluginKind::CommandPlugin, "command", CommandInterface_iid},
-    {PluginKind::DevicePlugin, "device", IFactory_iid},
-};
-
-PluginKind kindOf(const QString &iid)
-{
-    for (const KindRow &row : kinds)
-        if (iid == QLatin1String(row.iid))
-            return row.kind;
-    return PluginKind::Unknown;
-}
-
-QString expectedIids(PluginKind expected)
-{
-    QStringList iids;
-    for (const KindRow &row : kinds)
-        if (expected == PluginKind::Unknown || row.kind == expected)
-            iids.append(QString::fromLatin1(row.iid));
-    return iids.join(QStringLiteral(" or "));
-}
 
 /// Puts one report together, step by step.
 class Inspection
@@ -55,20 +23,21 @@ public:
         judgeName(folder);
     }
 
-    void judgeFile(LoadTrial trial)
+    void judgeFile(const LoadLimit &loadLimitMs)
     {
         if (!judgeEntry() || !judgeHeaders())
             return;
         judgeMetaData();
         judgeLibraries();
-        if (trial == LoadTrial::Yes)
-            load();
+        if (loadLimitMs)
+            judgeLoading(tryToLoad(report.filePath, *loadLimitMs));
     }
 
     PluginReport report;
 
 private:
     void add(const char *code, const QString &text) { report.reasons.push_back({code, text}); }
+    void warn(const char *code, const QString &text) { report.warnings.push_back({code, text}); }
 
     void judgeName(const PluginSelection &folder)
     {
@@ -77,14 +46,23 @@ private:
         report.found = folder.found(pattern).contains(file);
         report.winner = folder.winner(pattern);
         if (!QDir::match(pattern, file))
-            add("name-pattern",
-                QStringLiteral("the name is read as %1, and %2 does not find it")
-                    .arg(report.fileName.parts.mid(0, 4).join(QStringLiteral(" | ")), pattern));
+            add("name-pattern", patternText());
         else if (QFileInfo(report.filePath).isHidden())
-            add("name-pattern",
-                QStringLiteral("it is hidden, and %1 finds no hidden files").arg(pattern));
+            add("name-pattern", QStringLiteral("it is hidden, and %1 finds no hidden files")
+                                    .arg(report.fileName.shownPattern()));
         else if (report.found && !report.isSelected())
             add("shadowed-by-higher-build", shadowText());
+    }
+
+    QString patternText() const
+    {
+        const PluginFileName &name = report.fileName;
+        if (name.pattern() != name.shownPattern())
+            return QStringLiteral("the core's search spoils letters of %1 that are not ASCII, and "
+                                  "does not find it")
+                .arg(name.name);
+        return QStringLiteral("the name is read as %1, and %2 does not find it")
+            .arg(name.parts.mid(0, 4).join(QStringLiteral(" | ")), name.pattern());
     }
 
     QString shadowText() const
@@ -155,9 +133,10 @@ private:
         // Of a good file that is not loaded yet, the loader has as little to say as without a file.
         if (loader.errorString() != QPluginLoader().errorString())
             add("built-with-incompatible-qt", loader.errorString());
+        // Nobody reads the identifier but its author's colleagues.
         if (!isExpected(report.kind))
-            add(wrongIid, QStringLiteral("its metadata name %1, not %2")
-                              .arg(report.iid(), expectedIids(expectedKind)));
+            warn("wrong-iid",
+                 QStringLiteral("its metadata name %1, not %2").arg(report.iid(), expectedIids()));
     }
 
     bool isExpected(PluginKind kind) const
@@ -176,56 +155,29 @@ private:
                         .arg(library.name, QFileInfo(library.neededBy).fileName()));
     }
 
-    void load()
+    void judgeLoading(const LoadOutcome &outcome)
     {
-        QPluginLoader loader(report.filePath);
-        try {
-            QObject *const root = loader.instance();
-            if (root)
-                judgeRoot(root);
-            else
-                add("load-failed", loader.errorString());
-        } catch (const std::exception &failure) {
-            add("load-failed",
-                QStringLiteral("its code threw: ") + QString::fromLocal8Bit(failure.what()));
-        } catch (...) {
-            add("load-failed", QStringLiteral("its code threw"));
+        if (!outcome.hasRoot) {
+            add("load-failed", outcome.failure);
+            return;
         }
-    }
-
-    // The core asks the root object, not the metadata: here the object has the last word.
-    void judgeRoot(QObject *root)
-    {
-        forget(wrongIid);
-        for (const KindRow &row : kinds)
-            if (isExpected(row.kind) && root->qt_metacast(row.iid)) {
-                report.kind = row.kind;
+        if (!outcome.remark.isEmpty())
+            warn("harms-host", outcome.remark);
+        for (const QString &iid : outcome.answers)
+            if (isExpected(kindOf(iid))) {
+                report.kind = kindOf(iid);
                 return;
             }
-        add(wrongIid,
-            QStringLiteral("its root object does not answer to ") + expectedIids(expectedKind));
+        add("missing-interface",
+            QStringLiteral("its root object does not answer to ") + expectedIids());
     }
 
-    void forget(const char *code)
-    {
-        auto &reasons = report.reasons;
-        for (auto reason = reasons.begin(); reason != reasons.end();)
-            reason = reason->code == code ? reasons.erase(reason) : reason + 1;
-    }
+    QString expectedIids() const { return iidsOf(expectedKind).join(QStringLiteral(" or ")); }
 
-    static constexpr const char *wrongIid = "wrong-iid";
     const PluginKind expectedKind;
 };
 
 } // namespace
-
-const char *kindName(PluginKind kind)
-{
-    for (const KindRow &row : kinds)
-        if (row.kind == kind)
-            return row.name;
-    return nullptr;
-}
 
 bool PluginReport::isSelected() const
 {
@@ -238,10 +190,10 @@ QString PluginReport::iid() const
 }
 
 PluginReport inspectPlugin(const PluginSelection &folder, const QString &filePath,
-                           PluginKind expected, LoadTrial trial)
+                           PluginKind expected, const LoadLimit &loadLimitMs)
 {
     Inspection inspection(folder, filePath, expected);
-    inspection.judgeFile(trial);
+    inspection.judgeFile(loadLimitMs);
     return inspection.report;
 }
 

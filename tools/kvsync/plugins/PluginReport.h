@@ -4,23 +4,17 @@
 #include "LibraryFile.h"
 #include "LibrarySearch.h"
 #include "PluginFileName.h"
+#include "PluginKind.h"
 
 #include <QtCore/QJsonObject>
 
+#include <optional>
 #include <vector>
 
 namespace KvSyncCli {
 
-enum class PluginKind {
-    Unknown,
-    CommandPlugin,
-    DevicePlugin,
-};
-
-/// "command", "device", or null for what is neither.
-const char *kindName(PluginKind kind);
-
-/// One cause why the core does not load a file, or cannot use it. Programs go by the code.
+/// One cause why the core does not load a file, or cannot use it; or something that is odd in one
+/// that it does. Programs go by the code.
 struct Reason
 {
     const char *code;
@@ -38,7 +32,8 @@ struct PluginReport
     QJsonObject metaData = {};
     PluginKind kind = PluginKind::Unknown;
     std::vector<NeededLibrary> needed = {};
-    std::vector<Reason> reasons = {}; ///< the nearest first
+    std::vector<Reason> reasons = {};  ///< the nearest first
+    std::vector<Reason> warnings = {}; ///< none of which keeps it from being loaded
 
     /// Whether the core's choice falls on this file, good or bad.
     bool isSelected() const;
@@ -47,15 +42,14 @@ struct PluginReport
     QString iid() const;
 };
 
-enum class LoadTrial {
-    No,  ///< the plug-in's code is not run
-    Yes, ///< it is, as the core would run it
-};
+/// How many milliseconds loading may take where it is to be tried; without a number, nothing of a
+/// plug-in's code runs.
+using LoadLimit = std::optional<int>;
 
 /// Looks at one entry of a folder. `expected` is the kind that the folder is for, or Unknown for a
 /// folder that is for both.
 PluginReport inspectPlugin(const PluginSelection &folder, const QString &filePath,
-                           PluginKind expected, LoadTrial trial);
+                           PluginKind expected, const LoadLimit &loadLimitMs);
 
 } // namespace KvSyncCli
 

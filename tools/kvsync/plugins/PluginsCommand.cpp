@@ -6,10 +6,13 @@
 #include "plugins/PluginFolders.h"
 #include "plugins/ReportJson.h"
 #include "plugins/ReportText.h"
+#include "plugins/TrialCommand.h"
 
 #include <CLI/CLI.hpp>
+#include <KvSyncTool/Exception.h>
 #include <QtCore/QJsonArray>
 
+#include <algorithm>
 #include <memory>
 
 namespace KvSyncCli {
@@ -18,7 +21,9 @@ namespace {
 
 struct PluginsOptions
 {
+    TrialChoice trial;
     bool json = false;
+    bool strict = false;
 };
 
 /// What one folder holds.
@@ -29,14 +34,14 @@ struct FolderReport
     std::vector<PluginReport> files;
 };
 
-FolderReport inspect(const PluginFolder &folder)
+FolderReport inspect(const PluginFolder &folder, const LoadLimit &loadLimitMs)
 {
     const PluginSelection selection(folder.path);
     FolderReport report{folder, selection.exists(), {}};
     const QStringList entries = report.exists ? selection.entries() : QStringList();
     for (const QString &entry : entries)
         report.files.push_back(inspectPlugin(selection, folder.path + QLatin1Char('/') + entry,
-                                             folder.kind, LoadTrial::No));
+                                             folder.kind, loadLimitMs));
     return report;
 }
 
@@ -65,20 +70,49 @@ QJsonObject json(const FolderReport &report)
             {QStringLiteral("files"), files}};
 }
 
+void requireThatAllLoad(const std::vector<FolderReport> &folders)
+{
+    std::size_t all = 0;
+    std::size_t bad = 0;
+    for (const FolderReport &folder : folders) {
+        all += folder.files.size();
+        bad += static_cast<std::size_t>(
+            std::count_if(folder.files.begin(), folder.files.end(),
+                          [](const PluginReport &file) { return !file.wouldLoad(); }));
+    }
+    if (bad > 0)
+        throw KvSyncTool::Exception(PluginLoadFailed,
+                                    QStringLiteral("%1 of %2 files do not load").arg(bad).arg(all));
+}
+
 void runPlugins(const PluginsOptions &options, Context &context)
 {
     QString texts;
     QJsonArray folders;
+    std::vector<FolderReport> reports;
     for (const PluginFolder &folder : pluginFolders(context.options)) {
-        const FolderReport report = inspect(folder);
-        texts += text(report);
-        folders.append(json(report));
+        reports.push_back(inspect(folder, options.trial.loadLimitMs()));
+        texts += text(reports.back());
+        folders.append(json(reports.back()));
     }
     context.output.write(options.json ? jsonText({{QStringLiteral("folders"), folders}})
                                       : texts.toUtf8());
+    if (options.strict)
+        requireThatAllLoad(reports);
 }
 
 } // namespace
+
+void addTrialOptions(CLI::App &command, TrialChoice &trial)
+{
+    command.add_flag("--load", trial.load,
+                     "Load plug-ins as the core would, which runs their code, in another process");
+    command
+        .add_option("--timeout", trial.limitMs,
+                    "Milliseconds that loading one may take, 1 to 3600000")
+        ->check(CLI::Range(1, 3600000))
+        ->capture_default_str();
+}
 
 void addPluginsCommand(CLI::App &app, Command &chosen)
 {
@@ -87,23 +121,31 @@ void addPluginsCommand(CLI::App &app, Command &chosen)
         "plugins", "List the plug-in files, and say which are loaded and why others are not");
     command->require_subcommand(0, 1);
     command->footer(
-        "Reads files and runs no plug-in's code. The core takes the file of a name, major and\n"
-        "minor number with the highest build, good or bad; it falls back on no other.\n\n"
+        "Reads files, and runs no plug-in's code without --load. The core takes the file of a\n"
+        "name, major and minor number with the highest build, good or bad; it falls back on no\n"
+        "other.\n\n"
         "Reasons:\n"
         "  name-pattern                the core's search does not find the file by its name\n"
         "  shadowed-by-higher-build    the core takes another file\n"
         "  not-a-plugin                no library, a damaged one, or none of Qt's plug-ins\n"
-        "  wrong-iid                   a plug-in of another kind, or of another version of it\n"
         "  wrong-architecture          made for another system or processor\n"
         "  built-with-incompatible-qt  made with a Qt that does not fit this one\n"
         "  missing-library             a library that it needs is not found\n"
-        "  load-failed                 it cannot be read, or its loading was tried and failed");
+        "  load-failed                 it cannot be read, or its loading was tried and failed\n"
+        "  missing-interface           it was loaded, and is no plug-in of the folder's kind\n\n"
+        "Warnings, which keep no file from loading:\n"
+        "  wrong-iid                   the metadata name another interface, or another version\n"
+        "  harms-host                  it was loaded, and would end its host sooner or later");
+    addTrialOptions(*command, options->trial);
+    command->add_flag("--strict", options->strict,
+                      "Fail if something stands in a folder that does not load");
     command->add_flag("--json", options->json, "Print JSON");
     command->callback([options, command, &chosen] {
         if (command->get_subcommands().empty())
             chosen = [options](Context &context) { runPlugins(*options, context); };
     });
     addPluginsWhyCommand(*command, chosen);
+    addTrialCommand(*command, chosen);
 }
 
 } // namespace KvSyncCli

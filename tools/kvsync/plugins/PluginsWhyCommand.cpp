@@ -17,16 +17,15 @@ namespace {
 struct WhyOptions
 {
     std::string file;
-    bool load = false;
+    TrialChoice trial;
     bool json = false;
 };
 
 void runWhy(const WhyOptions &options, Context &context)
 {
     const PluginPlace place = findPlugin(context.options, fromArgument(options.file));
-    const PluginReport report =
-        inspectPlugin(PluginSelection(place.folder), place.filePath, place.expected,
-                      options.load ? LoadTrial::Yes : LoadTrial::No);
+    const PluginReport report = inspectPlugin(PluginSelection(place.folder), place.filePath,
+                                              place.expected, options.trial.loadLimitMs());
     context.output.write(options.json ? jsonText(fullJson(report)) : fullText(report).toUtf8());
 }
 
@@ -45,8 +44,7 @@ void addPluginsWhyCommand(CLI::App &plugins, Command &chosen)
         ->add_option("FILE", options->file,
                      "A name in one of the two folders, or a path to a file anywhere")
         ->required();
-    command->add_flag("--load", options->load,
-                      "Load the plug-in as the core would, which runs its code");
+    addTrialOptions(*command, options->trial);
     command->add_flag("--json", options->json, "Print JSON");
     command->callback([options, &chosen] {
         chosen = [options](Context &context) { runWhy(*options, context); };

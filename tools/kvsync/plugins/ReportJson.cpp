@@ -54,7 +54,8 @@ QJsonObject shortJson(const PluginReport &report)
             {QStringLiteral("iid"), textOrNull(report.iid())},
             {QStringLiteral("selected"), report.isSelected()},
             {QStringLiteral("loads"), report.wouldLoad()},
-            {QStringLiteral("reasons"), array(report.reasons)}};
+            {QStringLiteral("reasons"), array(report.reasons)},
+            {QStringLiteral("warnings"), array(report.warnings)}};
 }
 
 QJsonObject fullJson(const PluginReport &report)
@@ -62,7 +63,7 @@ QJsonObject fullJson(const PluginReport &report)
     QJsonObject result = shortJson(report);
     result.insert(QStringLiteral("path"), report.filePath);
     result.insert(QStringLiteral("parts"), QJsonArray::fromStringList(report.fileName.parts));
-    result.insert(QStringLiteral("pattern"), report.fileName.pattern());
+    result.insert(QStringLiteral("pattern"), report.fileName.shownPattern());
     result.insert(QStringLiteral("found"), report.found);
     result.insert(QStringLiteral("winner"), textOrNull(report.winner));
     result.insert(QStringLiteral("format"), report.library.kindText());

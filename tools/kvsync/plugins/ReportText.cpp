@@ -33,9 +33,9 @@ QString partsText(const PluginFileName &name)
 
 QString patternText(const PluginReport &report)
 {
-    return report.fileName.pattern() + (report.found
-                                            ? QStringLiteral(" finds it")
-                                            : QStringLiteral(" does not find it as a file"));
+    return report.fileName.shownPattern() + (report.found
+                                                 ? QStringLiteral(" finds it")
+                                                 : QStringLiteral(" does not find it as a file"));
 }
 
 QString winnerText(const PluginReport &report)
@@ -69,12 +69,23 @@ QString librariesText(const PluginReport &report)
 
 QString reasonsText(const PluginReport &report)
 {
-    if (report.wouldLoad())
-        return row(QStringLiteral("result"), QStringLiteral("loads"));
     QString text;
+    if (report.wouldLoad())
+        text += row(QStringLiteral("result"), QStringLiteral("loads"));
     for (const Reason &reason : report.reasons)
         text += row(QStringLiteral("reason"), codeAndText(reason));
+    for (const Reason &warning : report.warnings)
+        text += row(QStringLiteral("warning"), codeAndText(warning));
     return text;
+}
+
+QString resultText(const PluginReport &report)
+{
+    if (!report.wouldLoad())
+        return codeAndText(report.reasons.front());
+    if (report.warnings.empty())
+        return QStringLiteral("loads");
+    return QStringLiteral("loads, but ") + codeAndText(report.warnings.front());
 }
 
 QString valueText(const QString &text)
@@ -86,11 +97,9 @@ QString valueText(const QString &text)
 
 QString shortText(const PluginReport &report)
 {
-    const QString result =
-        report.wouldLoad() ? QStringLiteral("loads") : codeAndText(report.reasons.front());
     return QStringLiteral("  %1  %2 %3 build %4  %5  %6\n")
         .arg(QFileInfo(report.filePath).fileName(), report.fileName.name, report.fileName.version(),
-             QString::number(report.fileName.build), kindText(report), result);
+             QString::number(report.fileName.build), kindText(report), resultText(report));
 }
 
 QString fullText(const PluginReport &report)

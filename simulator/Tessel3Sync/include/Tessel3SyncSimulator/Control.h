@@ -27,6 +27,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <map>
 #include <optional>
 #include <string>
@@ -81,13 +82,17 @@ constexpr int MaximumControlRoute = 2;          ///< control routes 0 to 2; 0 le
 constexpr int MaximumStrobeState = 4;           ///< strobe states 0 to 4; 0 is dark
 constexpr int MaximumDistanceStatus = 3;        ///< distance indications 0 to 3
 constexpr int MaximumTriggerPeriodMs = 3600000; ///< milliseconds, from 1
-constexpr int UserInformationBlocks = 256;      ///< addresses 0 to 255
-constexpr int UserInformationLength = 511;      ///< bytes in one block
+constexpr int MinimumSide = 16;                 ///< pixels of an image's width and height
+constexpr int MaximumSide = 4096;
+constexpr int UserInformationBlocks = 256; ///< addresses 0 to 255
+constexpr int UserInformationLength = 511; ///< bytes in one block
 
-/// Environment variables that name a fault plan and the file of the user information; read at the
-/// first call, and by reset(). With a plan that cannot be used every call but
-/// GetStatusDescriptionString is refused as BadFaultPlan, whose text says what is wrong with it.
+/// Environment variables that name a fault plan, describe the scanner (as JSON, like the plan's
+/// "scanner", before which it goes member by member), and name the file of the user information;
+/// read at the first call, and by reset(). With a plan or a description that cannot be used every
+/// call but GetStatusDescriptionString is refused as BadFaultPlan, whose text says what is wrong.
 constexpr const char *FaultPlanVariable = "TESSEL3SYNC_SIMULATOR_PLAN";
+constexpr const char *ScannerVariable = "TESSEL3SYNC_SIMULATOR_SCANNER";
 constexpr const char *UserInformationVariable = "TESSEL3SYNC_SIMULATOR_USER_INFORMATION";
 
 // What the scanner is
@@ -100,16 +105,20 @@ struct ScannerSetup
     /// Each kind at most once, in any order; may be empty.
     std::vector<CameraKind> cameras{CameraKind::LeftSpeckle, CameraKind::RightSpeckle,
                                     CameraKind::Color};
-    int width = 1280;         ///< pixels, 16 to 4096
-    int height = 1024;        ///< pixels, 16 to 4096
+    int width = 1280;         ///< pixels, MinimumSide to MaximumSide
+    int height = 1024;        ///< likewise
     std::uint32_t seed = 1;   ///< of the pattern and of the sensor noise
     int triggerPeriodMs = 33; ///< period after connecting, until the host sets another; from 1
 };
 
 /// Disconnects, waits for a running callback, forgets every call, script, setting and user
-/// information, and begins anew with the scanner described. Throws std::invalid_argument, having
-/// changed nothing, if the description breaks a range.
-TESSEL3SYNC_API void reset(const ScannerSetup &setup = ScannerSetup());
+/// information, and begins anew with the scanner described, whatever the environment says of it.
+/// Throws std::invalid_argument, having changed nothing, if the description breaks a range.
+TESSEL3SYNC_API void reset(const ScannerSetup &setup);
+
+/// The same with the scanner with which a process begins: that of the environment and its plan, by
+/// default ScannerSetup().
+TESSEL3SYNC_API void reset();
 
 /// The scanner as it is described now.
 TESSEL3SYNC_API ScannerSetup setup();
@@ -153,7 +162,7 @@ struct Call
     std::string function;
     /// Every input in order, as text: numbers plain, texts in quotation marks, lists in brackets,
     /// pointers as addresses or "null". The device handle is "device" if it is that of the open
-    /// connection. Lists are shown as they stood on entry; plain out values are left out.
+    /// connection. Lists are shown as they stood on entry; what a call only writes is left out.
     std::vector<std::string> arguments;
 
     bool operator==(const Call &other) const
@@ -213,7 +222,15 @@ struct Answer
     std::optional<int> backAfterMs;
 };
 
-/// What happens to a frame.
+/// Which number a frame is delivered with, instead of its own.
+enum class Numbering {
+    Own,
+    Twice,   ///< that of the frame before it
+    Swapped, ///< that of the frame after it, which gets this one's
+    Skipped, ///< the next one, as all later frames of the scan do: no frame has this number
+};
+
+/// What happens to a frame. The account knows nothing of what is told wrongly of a delivery.
 struct FrameFault
 {
     int delayMs = 0;         ///< passes before the frame is delivered or dropped
@@ -221,7 +238,20 @@ struct FrameFault
     bool corrupt = false;    ///< the middle third of every image comes out as its complement
     bool disconnect = false; ///< the connection is lost instead of a delivery
     std::optional<int> backAfterMs;
+
+    // Bad deliveries; not together with drop or disconnect. An image that the delivery does not
+    // have is left as it is.
+    std::optional<int> nullImage;    ///< the buffer of this image is a null pointer
+    std::optional<int> missingImage; ///< this image is left out, but no number
+    /// Pixels instead of the true ones, -MaximumSide to MaximumSide. The buffers hold as many bytes
+    /// as the sizes without their signs ask for, so that believing them is not deadly.
+    std::optional<int> toldWidth;
+    std::optional<int> toldHeight;
+    Numbering numbering = Numbering::Own;
 };
+
+/// The most images of a delivery, one a camera.
+constexpr int MaximumImages = 3;
 
 /// The longest delay of an answer or a fault.
 constexpr int MaximumDelayMs = 600000;
@@ -240,7 +270,8 @@ TESSEL3SYNC_API void scriptFrame(int frame, const FrameFault &fault);
 
 /// Replaces the fault plan: by a JSON text, or by a file whose name is UTF-8 (docs/simulator.md has
 /// the format; an empty object is the plan without faults). Throws std::invalid_argument with a
-/// text that says what is wrong and where, keeping the old plan.
+/// text that says what is wrong and where, keeping the old plan; so too for a plan that describes
+/// the scanner while a host is connected.
 TESSEL3SYNC_API void setFaultPlan(const std::string &json);
 TESSEL3SYNC_API void loadFaultPlan(const std::string &file);
 
@@ -259,8 +290,8 @@ struct Account
     long long noCallback = 0;    ///< dropped: no scan callback was registered
     long long hostSlow = 0;      ///< dropped: the buffers were full while the host's callback ran
     long long simulatorSlow = 0; ///< dropped: the picture was not ready in time
-    long long stopped = 0;       ///< dropped: the scan ended while the picture was made
-    long long planned = 0;       ///< dropped by a fault plan
+    long long stopped = 0;       ///< dropped: due when the scan ended, but not delivered yet
+    long long planned = 0;       ///< dropped by a fault plan, or lost while a planned delay passed
 
     long long dropped() const { return noCallback + hostSlow + simulatorSlow + stopped + planned; }
     bool balances() const { return produced == delivered + dropped(); }
@@ -269,6 +300,25 @@ struct Account
 TESSEL3SYNC_API Account account();
 
 // The truth about its pictures
+
+/// What a pixel reads without light, in grey levels, whatever exposure and gain.
+constexpr int BlackLevel = 4;
+
+/// What gain g multiplies by, compared with the gain that cameras begin with, 16.
+constexpr double amplification(int gain)
+{
+    return (1.0 + gain / 16.0) / 2.0;
+}
+
+/// The variance of a pixel's noise, in squared grey levels, where light makes it read so many grey
+/// levels above BlackLevel. The parts are the rounding to whole grey levels, the converter, the
+/// sensor in the dark, and the light itself. It holds where neither 0 nor 255 cuts the noise off,
+/// and up to a standard deviation of 50 grey levels, beyond which noise grows no more.
+constexpr double noiseVariance(double signal, int gain)
+{
+    const double a = amplification(gain);
+    return 1.0 / 12.0 + 0.3 + 0.3 * a * a + 0.02 * a * signal;
+}
 
 /// A camera without distortion. The world is the scanner's, in millimetres: x to the right, y down,
 /// z away from the scanner. A world point p becomes c = rotation * (p - position), and its picture
@@ -288,8 +338,13 @@ struct Calibration
 /// The calibration of a camera at the present resolution.
 TESSEL3SYNC_API Calibration calibration(CameraKind camera);
 
+/// The depth of a pixel whose ray meets nothing. It is farther away than every surface.
+constexpr float NothingThere = std::numeric_limits<float>::infinity();
+
 /// The true depth of each pixel, row by row: the z of its surface point in the camera's own frame
-/// (Calibration's c.z), in millimetres. For a frame of the newest scan, by its number, or for the
+/// (Calibration's c.z), in millimetres, or NothingThere. For a frame of the newest scan since
+/// reset(), by its number, as the table stood when the frame was due, even after the scan or the
+/// connection has ended; for a number that the scan has not had, and without a number, for the
 /// scene as it stands now.
 TESSEL3SYNC_API std::vector<float> trueDepth(CameraKind camera, int frame);
 TESSEL3SYNC_API std::vector<float> trueDepth(CameraKind camera);

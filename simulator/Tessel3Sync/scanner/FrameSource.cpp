@@ -1,0 +1,139 @@
+#include "scanner/FrameSource.h"
+
+#include <algorithm>
+
+namespace Tessel3SyncSimulator {
+
+namespace {
+
+constexpr TimePoint atOnce = TimePoint::min();
+
+} // namespace
+
+FrameSource::FrameSource(ScannerSide &served, PictureSource &camera)
+    : scanner(served)
+    , pictures(&camera)
+{
+}
+
+void FrameSource::awaitCallback(Lock &lock)
+{
+    gate.await(lock);
+}
+
+std::optional<TimePoint> FrameSource::step(Lock &lock)
+{
+    scanner.catchUp();
+    if (const auto event = scanner.takeEvent()) {
+        deliverEvent(lock, *event);
+        return atOnce;
+    }
+    const Session session = scanner.session();
+    const auto due = session ? follow(lock, session) : std::nullopt;
+    const auto change = scanner.nextChange();
+    return due && change ? std::min(due, change) : due ? due : change;
+}
+
+void FrameSource::deliverEvent(Lock &lock, const StatusBytes &event)
+{
+    const Callbacks registered = scanner.callbacks();
+    if (!registered.status)
+        return;
+    callHost(lock, [&] {
+        const void *context = registered.statusContext;
+        registered.status(context, event.first, event.second);
+    });
+}
+
+std::optional<TimePoint> FrameSource::follow(Lock &lock, const Session &session)
+{
+    SessionClock &clock = session->clock;
+    if (clock.standsStill()) {
+        makeReady(lock, session, scanner.shot());
+        return atOnce;
+    }
+    const DueFrame *frame = clock.takeUp(scanner.now());
+    if (!frame)
+        return clock.nextDue();
+    if (scanner.now() < clock.handReady())
+        return clock.handReady();
+    makeFrame(lock, session, *frame);
+    return atOnce;
+}
+
+void FrameSource::makeFrame(Lock &lock, const Session &session, const DueFrame &due)
+{
+    // A copy: the clock's own ends with the session.
+    const DueFrame frame = due;
+    SessionClock &clock = session->clock;
+    if (frame.fault.drop || frame.fault.disconnect) {
+        clock.drop(&Account::planned);
+        if (frame.fault.disconnect)
+            scanner.loseConnection(frame.fault.backAfterMs);
+        return;
+    }
+    if (!scanner.callbacks().scan) {
+        clock.drop(&Account::noCallback);
+        return;
+    }
+    Delivery delivery = takePicture(lock, session, frame);
+    scanner.catchUp();
+    if (scanner.session() != session)
+        return; // it was counted when the session ended
+    const Callbacks registered = scanner.callbacks();
+    if (!registered.scan) {
+        clock.drop(&Account::noCallback);
+        return;
+    }
+    clock.deliver();
+    deliver(lock, registered, delivery);
+}
+
+/// The scanner's time stands still meanwhile: a real one has nothing to make ready.
+void FrameSource::makeReady(Lock &lock, const Session &session, const Shot &shot)
+{
+    session->clock.standStill(scanner.now());
+    lock.unlock();
+    pictures->prepare(shot);
+    lock.lock();
+    session->clock.goOn(scanner.now());
+}
+
+Delivery FrameSource::takePicture(Lock &lock, const Session &session, const DueFrame &frame)
+{
+    Shot shot = *frame.shown;
+    shot.frame = frame.number;
+    if (!pictures->isReady(shot))
+        makeReady(lock, session, shot);
+    const int number = scanner.numberTold(frame.number);
+    lock.unlock();
+    Delivery delivery;
+    for (auto &image : pictures->take(shot))
+        delivery.images.push_back(image.data());
+    delivery.width = shot.width;
+    delivery.height = shot.height;
+    delivery.numbers.assign(delivery.images.size(), number);
+    alter(delivery, frame.fault);
+    lock.lock();
+    return delivery;
+}
+
+void FrameSource::deliver(Lock &lock, const Callbacks &registered, Delivery &delivery)
+{
+    callHost(lock, [&] {
+        const void *context = registered.scanContext;
+        registered.scan(context, delivery.images, delivery.width, delivery.height,
+                        delivery.numbers);
+    });
+}
+
+/// What becomes due meanwhile waits for the host.
+void FrameSource::callHost(Lock &lock, const std::function<void()> &callback)
+{
+    hostBusy = true;
+    gate.call(lock, scanner.isHostile(), callback);
+    scanner.catchUp();
+    hostBusy = false;
+}
+
+} // namespace Tessel3SyncSimulator

@@ -1,0 +1,230 @@
+// The light of a scan: each word of a pattern by its picture, and scans in another light than
+// their own.
+#include "ScannerHost.h"
+
+#include <KvSyncDevice/ProjectorInterface.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+using namespace KvSyncTest;
+namespace Simulator = Tessel3SyncSimulator;
+
+// One table: the contract's families are the scanner's work types.
+static_assert(int(ProjectorSpace::NoPattern) == Simulator::ProjectorOff);
+static_assert(int(ProjectorSpace::FlatPattern) == Simulator::ProjectorFlat);
+static_assert(int(ProjectorSpace::SpecklePattern) == Simulator::ProjectorSpeckle);
+static_assert(int(ProjectorSpace::StripePattern) == Simulator::ProjectorStripes);
+
+namespace {
+
+/// What a picture looks like: how bright it is at most and on average, and how much neighbors
+/// differ along rows and along columns, as parts of the brightness.
+struct Look
+{
+    int brightest;
+    double mean;
+    double alongRows;
+    double alongColumns;
+};
+
+double roughness(const QByteArray &pixels, int width, int step, double mean)
+{
+    double sum = 0.0;
+    int count = 0;
+    for (int i = 0; i + step < pixels.size(); ++i) {
+        if (step == 1 && i % width == width - 1)
+            continue;
+        sum += std::abs(int(uchar(pixels.at(i))) - int(uchar(pixels.at(i + step))));
+        ++count;
+    }
+    return sum / count / mean;
+}
+
+Look lookOf(const QVariant &image)
+{
+    const QVariantMap map = image.toMap();
+    const QByteArray pixels = map.value(QStringLiteral("data")).toByteArray();
+    const int width = map.value(QStringLiteral("width")).toInt();
+    double sum = 0.0;
+    Look look{};
+    for (const char pixel : pixels) {
+        sum += uchar(pixel);
+        look.brightest = std::max<int>(look.brightest, uchar(pixel));
+    }
+    look.mean = std::max(sum / pixels.size(), 0.01);
+    look.alongRows = roughness(pixels, width, 1, look.mean);
+    look.alongColumns = roughness(pixels, width, width, look.mean);
+    return look;
+}
+
+} // namespace
+
+class ScannerPattern : public ScannerHost
+{
+protected:
+    ScannerPattern()
+    {
+        Simulator::ScannerSetup setup; // at full resolution, which shows the patterns
+        setup.triggerPeriodMs = 100;
+        Simulator::reset(setup);
+        open();
+        // The strobe lights every scan.
+        call(QStringLiteral("setProperty"),
+             {scannerHandle, QStringLiteral("strobeDutyRatios"), QVariantList{0, 0, 0}});
+    }
+
+    static QVariantMap inLight(const QString &pattern, const QVariantMap &switches = {})
+    {
+        return with(with(frames(1), QStringLiteral("pattern"), pattern), QStringLiteral("switch"),
+                    switches);
+    }
+
+    Look scanned(const QString &pattern, const QVariantMap &switches = {})
+    {
+        return lookOf(capture(inLight(pattern, switches)).value(0));
+    }
+};
+
+TEST_F(ScannerPattern, EachWordShowsWhatItSays)
+{
+    const Look off = scanned(QStringLiteral("off"));
+    const Look flat = scanned(QStringLiteral("flat"));
+    const Look speckle = scanned(QStringLiteral("speckle"));
+    const Look stripes = scanned(QStringLiteral("stripes"));
+    for (const Look &lit : {flat, speckle, stripes})
+        EXPECT_GT(lit.mean, off.mean + 20);
+    // Flat light has no structure, speckle one in both directions, and stripes one across.
+    EXPECT_GT(speckle.alongRows, 2 * flat.alongRows);
+    EXPECT_GT(speckle.alongColumns, 2 * flat.alongColumns);
+    EXPECT_GT(stripes.alongRows, 2 * flat.alongRows);
+    EXPECT_GT(stripes.alongRows, 2 * stripes.alongColumns);
+    EXPECT_LT(speckle.alongRows, 2 * speckle.alongColumns);
+}
+
+TEST_F(ScannerPattern, ProjectingShowsTheSameInAScanThatRuns)
+{
+    const Look flat = scanned(QStringLiteral("flat"));
+    execute(QStringLiteral("startScan"));
+    call(QStringLiteral("project"), {scannerHandle, QStringLiteral("flat")});
+    // Four frames may have been on their way.
+    const std::size_t sofar = events(QStringLiteral("frameArrived")).size();
+    ASSERT_TRUE(waitForEvents(QStringLiteral("frameArrived"), sofar + 6));
+    execute(QStringLiteral("stopScan"));
+    const Look later = lookOf(events(QStringLiteral("frameArrived")).back().payload.value(0));
+    EXPECT_NEAR(later.mean, flat.mean, 1.0);
+    EXPECT_NEAR(later.alongRows, flat.alongRows, 0.02);
+}
+
+TEST_F(ScannerPattern, AScanByLaserAloneHasItsLightAndNoOther)
+{
+    const Look dark = scanned(QStringLiteral("off"));
+    for (const QString &laser : {QStringLiteral("infraredLaser"), QStringLiteral("blueLaser")})
+        EXPECT_GT(scanned(QStringLiteral("off"), {{laser, true}}).brightest, dark.brightest + 50)
+            << laser.toStdString();
+    // What a scan switched on it switched off.
+    EXPECT_NEAR(scanned(QStringLiteral("off")).mean, dark.mean, 0.1);
+}
+
+TEST_F(ScannerPattern, TheLightIsChangedOnceTheScanHasStartedAndThenTheTriggerStartedAnew)
+{
+    Simulator::clearCalls();
+    capture(with(inLight(QStringLiteral("stripes"), {{QStringLiteral("infraredLaser"), true}}),
+                 QStringLiteral("color"), true));
+    std::vector<std::string> texts;
+    for (const Simulator::Call &each : Simulator::calls()) {
+        const std::string text = Simulator::callText(each);
+        if (text.rfind("Get", 0) != 0)
+            texts.push_back(each.function == "SetScanCallBackFunction" &&
+                                    each.arguments[1] != "null"
+                                ? "callback"
+                                : text);
+    }
+    EXPECT_EQ(texts,
+              (std::vector<std::string>{
+                  "SetScanCallBackFunction(device, null, null)",
+                  "SetStrobeControlledByTrigger(device, 2, 4)", "SetDistanceIndicate(device, 3)",
+                  "Project(device, 2)", "EnableIRLaser(device, false)",
+                  "EnableVideoTrigger(device, 0, true)", "SetVideoTriggerPeriod(device, 100)",
+                  "Project(device, 3)", "EnableIRLaser(device, true)",
+                  "EnableVideoTrigger(device, 0, false)", "callback",
+                  "EnableVideoTrigger(device, 0, true)", "EnableVideoTrigger(device, 0, false)",
+                  "Project(device, 0)", "SetScanCallBackFunction(device, null, null)",
+                  "EnableIRLaser(device, false)"}));
+}
+
+TEST_F(ScannerPattern, AHostileScannerDeliversNoFrameInAnotherLightEither)
+{
+    Simulator::setHostile(true);
+    call(QStringLiteral("setProperty"), {scannerHandle, QStringLiteral("periodMs"), 1});
+    const QVariantList images =
+        capture(with(with(frames(6), QStringLiteral("pattern"), QStringLiteral("off")),
+                     QStringLiteral("periodMs"), 20));
+    ASSERT_EQ(images.size(), 12);
+    const double dark = lookOf(images.last()).mean;
+    for (const QVariant &image : images)
+        EXPECT_NEAR(lookOf(image).mean, dark, 0.1);
+}
+
+TEST_F(ScannerPattern, AStreamTakesThemToo)
+{
+    execute(QStringLiteral("startScan"),
+            {QVariantMap{{QStringLiteral("pattern"), QStringLiteral("off")}}});
+    ASSERT_TRUE(waitForEvents(QStringLiteral("frameArrived"), 1));
+    execute(QStringLiteral("stopScan"));
+    const QVariantMap first = events(QStringLiteral("frameArrived")).at(0).payload.value(0).toMap();
+    EXPECT_EQ(libraryCalls("Project"),
+              (std::vector<std::string>{"Project(device, 2)", "Project(device, 0)",
+                                        "Project(device, 0)"}));
+    EXPECT_LT(lookOf(first).mean, scanned(QStringLiteral("flat")).mean - 20);
+}
+
+TEST_F(ScannerPattern, WordsThatNoLightAnswersToAreRefusedBeforeTheScan)
+{
+    Simulator::clearCalls();
+    expectThrows(FunctionNotExist,
+                 QStringLiteral("There is no pattern \"cross\", but off, flat, speckle, stripes"),
+                 [&] { capture(inLight(QStringLiteral("cross"))); });
+    expectThrows(FunctionNotExist,
+                 QStringLiteral("There is no laser \"trigger\", but infraredLaser, blueLaser"),
+                 [&] {
+                     capture(inLight(QStringLiteral("off"), {{QStringLiteral("trigger"), true}}));
+                 });
+    EXPECT_TRUE(libraryCalls("EnableVideoTrigger").empty());
+}
+
+TEST_F(ScannerPattern, ARefusedLightEndsTheScanBeforeItsFirstFrame)
+{
+    struct Row
+    {
+        std::string function;
+        int call; ///< of those that one scan makes
+        ErrorCode code;
+        QString text;
+    };
+    const Row rows[] = {
+        {"Project", 2, ProjectorFailed, QStringLiteral("The scanner refuses to project \"off\"")},
+        {"EnableBlueLaser", 1, CommandFailed,
+         QStringLiteral("The scanner refuses to switch \"blueLaser\"")},
+        {"EnableVideoTrigger", 2, CommandFailed,
+         QStringLiteral("The scanner refuses to switch \"trigger\"")},
+        {"EnableVideoTrigger", 3, CommandFailed,
+         QStringLiteral("The scanner refuses to switch \"trigger\"")},
+        {"SetScanCallBackFunction", 1, CameraFailed,
+         QStringLiteral("The scanner refuses the scan callback")},
+        {"SetScanCallBackFunction", 2, CameraFailed,
+         QStringLiteral("The scanner refuses the scan callback")},
+    };
+    for (const Row &row : rows) {
+        Simulator::script(row.function, Simulator::callCount(row.function) + row.call, {3, {}});
+        expectThrows(row.code, row.text, [&] {
+            capture(inLight(QStringLiteral("off"), {{QStringLiteral("blueLaser"), true}}));
+        });
+        EXPECT_EQ(libraryCalls("EnableVideoTrigger").back(),
+                  "EnableVideoTrigger(device, 1, false)");
+        EXPECT_EQ(libraryCalls("Project").back(), "Project(device, 0)");
+        EXPECT_EQ(libraryCalls("EnableBlueLaser").back(), "EnableBlueLaser(device, 0, false)");
+    }
+    EXPECT_TRUE(events(QStringLiteral("frameArrived")).empty());
+}
