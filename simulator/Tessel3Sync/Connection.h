@@ -36,6 +36,7 @@ struct Callbacks
 struct Connection
 {
     void *handle = nullptr; ///< null while nobody is connected
+    TimePoint begun;
     bool camerasOpen = false;
     std::vector<ConnectedCamera> cameras;
     LightSettings light;

@@ -28,7 +28,7 @@ void usePlan(const FaultPlan &plan)
     if (plan.scanner && simulator.connection.handle)
         throw std::invalid_argument(
             "fault plan: scanner: cannot be replaced while a host is connected");
-    simulator.plan = plan.script;
+    simulator.usePlan(plan.script);
     simulator.setup = plan.scanner.value_or(simulator.setup);
     simulator.planError.clear();
 }

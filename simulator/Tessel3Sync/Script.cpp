@@ -85,7 +85,6 @@ void Script::add(const Occasion &occasion, const FrameFault &fault)
     check(occasion);
     check(fault);
     frames.add(occasion, fault);
-    skipsNumbers = skipsNumbers || fault.numbering == Numbering::Skipped;
 }
 
 void Script::addEvent(const Occasion &frame, const StatusBytes &event)

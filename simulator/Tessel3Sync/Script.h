@@ -76,7 +76,6 @@ public:
     const FrameFault *find(int frame) const;
 
     bool hostile = false;
-    bool skipsNumbers = false; ///< some frame's, with consequences for all later ones
 
 private:
     std::map<std::string, Schedule<Answer>> answers;

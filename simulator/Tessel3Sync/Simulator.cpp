@@ -53,16 +53,24 @@ Lock Simulator::enter()
 
 void Simulator::catchUp()
 {
-    if (backAt && now() >= *backAt)
-        attach();
-    auto &planned = connection.plannedEvents;
-    while (!planned.empty() && planned.begin()->first <= now()) {
-        const StatusBytes event = planned.begin()->second;
-        planned.erase(planned.begin());
-        sendStatus(event.first, event.second);
+    // In the order of time: what comes first is told first.
+    for (auto change = nextChange(); change && *change <= now(); change = nextChange()) {
+        if (scan)
+            scan->clock.advance(*change);
+        if (backAt == change)
+            attach();
+        else
+            sendPlanned();
     }
     if (scan)
         scan->clock.advance(now());
+}
+
+void Simulator::sendPlanned()
+{
+    const StatusBytes event = connection.plannedEvents.begin()->second;
+    connection.plannedEvents.erase(connection.plannedEvents.begin());
+    sendStatus(event.first, event.second);
 }
 
 void Simulator::pass(Lock &lock, int milliseconds)
@@ -99,10 +107,28 @@ void *Simulator::connect(const std::vector<CameraKind> &cameras)
     connection.triggerPeriodMs = setup.triggerPeriodMs;
     for (CameraKind kind : cameras)
         connection.cameras.push_back({kind, CameraSettings()});
-    for (const auto &[afterMs, event] : plan.timedEvents())
-        connection.plannedEvents.emplace(now() + std::chrono::milliseconds(afterMs), event);
-    time->wake(frames);
+    connection.begun = now();
+    planEvents();
     return connection.handle;
+}
+
+void Simulator::usePlan(const Script &planned)
+{
+    plan = planned;
+    if (connection.handle)
+        planEvents();
+}
+
+/// What is past already does not come any more.
+void Simulator::planEvents()
+{
+    connection.plannedEvents.clear();
+    for (const auto &[afterMs, event] : plan.timedEvents()) {
+        const TimePoint moment = connection.begun + std::chrono::milliseconds(afterMs);
+        if (moment >= now())
+            connection.plannedEvents.emplace(moment, event);
+    }
+    time->wake(frames);
 }
 
 void Simulator::disconnect(Lock &lock)
@@ -239,6 +265,7 @@ Shot Simulator::shot() const
     shot.tableDegrees = tableDegrees;
     shot.purpose = color ? Purpose::ColorScan : Purpose::Scan;
     shot.light = connection.light;
+    shot.cameras.reserve(connection.cameras.size());
     for (const ConnectedCamera &camera : connection.cameras) {
         if (color || camera.kind != CameraKind::Color)
             shot.cameras.push_back(camera);
@@ -261,13 +288,6 @@ FrameFault Simulator::faultOf(int frame) const
     const FrameFault *scripted = script.find(frame);
     const FrameFault *fault = scripted ? scripted : plan.find(frame);
     return fault ? *fault : FrameFault();
-}
-
-int Simulator::numberTold(int frame) const
-{
-    return toldNumber(
-        frame, [this](int number) { return faultOf(number); },
-        script.skipsNumbers || plan.skipsNumbers);
 }
 
 const Answer *Simulator::answerTo(const std::string &function, int call) const

@@ -83,6 +83,9 @@ public:
     const Account &account() const { return counted; }
     const Answer *answerTo(const std::string &function, int call) const;
 
+    /// Replaces the fault plan: faults from now on, and the events that are still to come.
+    void usePlan(const Script &planned);
+
     /// Begins anew, as the environment has it; the mutex is released meanwhile, as for disconnect.
     void reset(Lock &lock);
 
@@ -102,6 +105,8 @@ private:
 
     void readEnvironment();
     void endSession();
+    void planEvents();
+    void sendPlanned();
 
     // What the session's clock asks.
     Shot takeDown(int first, int last) override;
@@ -116,7 +121,6 @@ private:
     Callbacks callbacks() const override { return connection.callbacks; }
     std::shared_ptr<ScanSession> session() const override { return scan; }
     Shot shot() const override;
-    int numberTold(int frame) const override;
     void loseConnection(std::optional<int> backAfterMs) override { detach(backAfterMs); }
 
     std::mutex mutex;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <optional>
 
 namespace Tessel3SyncSimulator {
 
@@ -57,20 +58,6 @@ void alter(Delivery &delivery, const FrameFault &fault)
         delivery.images[*place] = nullptr;
     if (const auto place = placeIn(delivery, fault.missingImage))
         delivery.images.erase(delivery.images.begin() + static_cast<std::ptrdiff_t>(*place));
-}
-
-int toldNumber(int frame, const std::function<FrameFault(int frame)> &faultOf, bool anySkipped)
-{
-    int told = frame;
-    if (faultOf(frame).numbering == Numbering::Twice)
-        --told;
-    if (faultOf(frame).numbering == Numbering::Swapped)
-        ++told;
-    if (frame > 1 && faultOf(frame - 1).numbering == Numbering::Swapped)
-        --told;
-    for (int earlier = 1; anySkipped && earlier <= frame; ++earlier)
-        told += faultOf(earlier).numbering == Numbering::Skipped ? 1 : 0;
-    return told;
 }
 
 } // namespace Tessel3SyncSimulator

@@ -5,7 +5,6 @@
 
 #include <Tessel3SyncSimulator/Control.h>
 
-#include <functional>
 #include <vector>
 
 namespace Tessel3SyncSimulator {
@@ -24,9 +23,6 @@ struct Delivery
 
 /// Makes of a good delivery what is planned for its frame; the numbers stay.
 void alter(Delivery &delivery, const FrameFault &fault);
-
-/// The number that a frame is delivered with, by what is planned for it and those around it.
-int toldNumber(int frame, const std::function<FrameFault(int frame)> &faultOf, bool anySkipped);
 
 } // namespace Tessel3SyncSimulator
 

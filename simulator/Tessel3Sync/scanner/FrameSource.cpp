@@ -105,14 +105,13 @@ Delivery FrameSource::takePicture(Lock &lock, const Session &session, const DueF
     shot.frame = frame.number;
     if (!pictures->isReady(shot))
         makeReady(lock, session, shot);
-    const int number = scanner.numberTold(frame.number);
     lock.unlock();
     Delivery delivery;
     for (auto &image : pictures->take(shot))
         delivery.images.push_back(image.data());
     delivery.width = shot.width;
     delivery.height = shot.height;
-    delivery.numbers.assign(delivery.images.size(), number);
+    delivery.numbers.assign(delivery.images.size(), frame.told);
     alter(delivery, frame.fault);
     lock.lock();
     return delivery;

@@ -47,9 +47,6 @@ public:
     /// What a frame would show that was due now.
     virtual Shot shot() const = 0;
 
-    /// The number that a frame is to be delivered with.
-    virtual int numberTold(int frame) const = 0;
-
     /// Loses the connection to the host, for good or for a time.
     virtual void loseConnection(std::optional<int> backAfterMs) = 0;
 

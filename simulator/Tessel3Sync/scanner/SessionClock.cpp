@@ -46,9 +46,20 @@ void SessionClock::becomeDue(const std::shared_ptr<const Shot> &shown)
         burst = conditions.isHostile() ? burstLength(shown->seed, number) : 1;
     --burst;
     held = burst == 0 ? 0 : held + 1;
-    waiting.push_back({number, shown, conditions.faultOf(number)});
+    const FrameFault fault = conditions.faultOf(number);
+    waiting.push_back({number, numberTold(fault.numbering), shown, fault});
     if (waiting.size() > BufferedFrames)
         makeRoom();
+}
+
+/// To be asked once for each frame, in order.
+int SessionClock::numberTold(Numbering numbering)
+{
+    skipped += numbering == Numbering::Skipped ? 1 : 0;
+    int told = number + skipped - (swapped ? 1 : 0);
+    swapped = numbering == Numbering::Swapped;
+    told += swapped ? 1 : 0;
+    return numbering == Numbering::Twice ? told - 1 : told;
 }
 
 /// The oldest goes; a planned loss of the connection stays, since it must come to pass.

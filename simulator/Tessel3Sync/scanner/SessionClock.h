@@ -41,6 +41,7 @@ protected:
 struct DueFrame
 {
     int number;
+    int told;                          ///< the number that it is delivered with
     std::shared_ptr<const Shot> shown; ///< at its moment; the frame's number is not in it
     FrameFault fault;
 };
@@ -83,6 +84,7 @@ public:
 private:
     TimePoint scannerTime(TimePoint now) const;
     void becomeDue(const std::shared_ptr<const Shot> &shown);
+    int numberTold(Numbering numbering);
     void makeRoom();
     Cause lateness() const;
     void countDropped(const DueFrame &frame, Cause cause);
@@ -96,8 +98,10 @@ private:
 
     TimePoint next; ///< when the next frame is due, in the scanner's time
     int number = 0; ///< of the last frame that became due
-    int burst = 0;  ///< so many frames are still to come together with it
-    int held = 0;   ///< so many of the newest frames are held back until then
+    int skipped = 0;
+    bool swapped = false; ///< the last frame's number, with the next one's
+    int burst = 0;        ///< so many frames are still to come together with it
+    int held = 0;         ///< so many of the newest frames are held back until then
 
     std::deque<DueFrame> waiting;
     std::optional<DueFrame> hand;

@@ -125,6 +125,12 @@ TEST_F(BadDeliveries, SkipANumberForGood)
     EXPECT_EQ((Numbers{1, 2}), numbersOf("", 2));
 }
 
+TEST_F(BadDeliveries, GoOnSkippingThatNumberWhenThePlanIsReplaced)
+{
+    time.at(35, [] { setFaultPlan("{}"); });
+    EXPECT_EQ((Numbers{1, 3, 4, 5}), numbersOf(R"({"frame": 2, "number": "skipped"})", 4));
+}
+
 TEST_F(BadDeliveries, CanBeScriptedToo)
 {
     FrameFault fault;

@@ -76,3 +76,28 @@ TEST_F(PlannedEvents, EndWithTheConnection)
     time.pass(100);
     EXPECT_EQ(Events(), events);
 }
+
+TEST_F(PlannedEvents, ComeInTheOrderOfTheirMomentsWhateverTheHostIsDoing)
+{
+    setFaultPlan(R"({"events": [{"button": 1, "frame": 3}, {"button": 2, "afterMs": 35},
+                                {"button": 3, "afterMs": 25}, {"button": 4, "frame": 4}]})");
+    connect();
+    takeFrames([&](const Taken &frame) { time.pass(frame.number == 1 ? 100 : 0); });
+    takeEvents();
+    switchOn();
+    time.pass(200);
+    EXPECT_EQ((Events{{3, 3}, {3, 1}, {3, 2}, {3, 4}}), events);
+}
+
+TEST_F(PlannedEvents, AreThoseOfThePlanThatHolds)
+{
+    setFaultPlan(R"({"events": [{"button": 1, "afterMs": 30}]})");
+    connect();
+    takeEvents();
+    time.pass(20);
+    setFaultPlan(R"({"events": [{"button": 2, "afterMs": 10}, {"button": 3, "afterMs": 50}]})");
+    time.pass(29);
+    EXPECT_EQ(Events(), events);
+    time.pass(1);
+    EXPECT_EQ((Events{{3, 3}}), events);
+}
