@@ -32,22 +32,62 @@ TEST(KvsyncCommandLine, RefusesAnUnknownOption)
     expectWrongCommandLine(
         {QStringLiteral("exec"), QStringLiteral("Scanner"), QStringLiteral("getRunningDevList"),
          QStringLiteral("--loud")},
-        QStringLiteral("kvsync: InvalidParameter (0x01000009): The following argument was not "
-                       "expected: --loud"));
+        QStringLiteral("kvsync: InvalidParameter (0x01000009): There is no option --loud"),
+        QStringLiteral("kvsync exec"));
 }
 
 TEST(KvsyncCommandLine, SaysThatACommandIsUnknown)
 {
-    for (const QStringList &words :
-         {QStringList{QStringLiteral("dance")},
-          QStringList{QStringLiteral("scanner"), QStringLiteral("dance")},
-          QStringList{QStringLiteral("device"), QStringLiteral("--verbose"),
-                      QStringLiteral("dance")}})
-        expectWrongCommandLine(words, QStringLiteral("kvsync: InvalidParameter (0x01000009): There "
-                                                     "is no command \"dance\""));
+    const QString line =
+        QStringLiteral("kvsync: InvalidParameter (0x01000009): There is no command \"dance\"");
+    expectWrongCommandLine({QStringLiteral("dance")}, line);
+    expectWrongCommandLine({QStringLiteral("scanner"), QStringLiteral("dance")}, line,
+                           QStringLiteral("kvsync scanner"));
+    expectWrongCommandLine(
+        {QStringLiteral("device"), QStringLiteral("--verbose"), QStringLiteral("dance")}, line,
+        QStringLiteral("kvsync device"));
     expectWrongCommandLine(
         {QStringLiteral("--loud")},
         QStringLiteral("kvsync: InvalidParameter (0x01000009): There is no option --loud"));
+}
+
+TEST(KvsyncCommandLine, NamesAMisspeltOptionNotTheOneThatItMissesForIt)
+{
+    expectWrongCommandLine(
+        {QStringLiteral("scan"), QStringLiteral("-frames"), QStringLiteral("1"),
+         QStringLiteral("--out"), QStringLiteral("x")},
+        QStringLiteral("kvsync: InvalidParameter (0x01000009): There is no option -frames"),
+        QStringLiteral("kvsync scan"));
+}
+
+TEST(KvsyncCommandLine, PointsToTheHelpOfTheInnermostCommand)
+{
+    expectWrongCommandLine(
+        {QStringLiteral("scanner"), QStringLiteral("user-info"), QStringLiteral("write")},
+        QStringLiteral("kvsync: InvalidParameter (0x01000009): TEXT is required"),
+        QStringLiteral("kvsync scanner user-info write"));
+}
+
+TEST(KvsyncCommandLine, WordsThatNobodyKnowsAreWrongCommandLines)
+{
+    QTemporaryDir folder;
+    const QStringList scan{QStringLiteral("scan"), QStringLiteral("--frames"), QStringLiteral("1"),
+                           QStringLiteral("--out"), folder.filePath(QStringLiteral("scan"))};
+    const QStringList wrong[] = {
+        scan + QStringList{QStringLiteral("--project"), QStringLiteral("foo")},
+        scan + QStringList{QStringLiteral("--switch"), QStringLiteral("foo=on")},
+        scan + QStringList{QStringLiteral("--set"), QStringLiteral("foo=1")},
+        {QStringLiteral("scanner"), QStringLiteral("set"), QStringLiteral("nope"),
+         QStringLiteral("1")},
+        {QStringLiteral("scanner"), QStringLiteral("command"), QStringLiteral("Nope")},
+    };
+    for (const QStringList &words : wrong) {
+        const Outcome outcome = runKvsync(words);
+        EXPECT_EQ(outcome.exitCode, 2) << words.join(QLatin1Char(' ')).toStdString();
+        EXPECT_TRUE(
+            outcome.errors.startsWith(QStringLiteral("kvsync: FunctionNotExist (0x01002000): ")))
+            << outcome.errors.toStdString();
+    }
 }
 
 TEST(KvsyncCommandLine, TellsItsVersion)
@@ -62,16 +102,18 @@ TEST(KvsyncCommandLine, RefusesEmptyTextsThatWouldMeanNothing)
 {
     const QStringList scan{QStringLiteral("scan"), QStringLiteral("--frames"), QStringLiteral("1")};
     const QStringList device{QStringLiteral("device"), QStringLiteral("info")};
-    const auto refuses = [](const QStringList &words, const QString &option) {
+    const auto refuses = [](const QStringList &words, const QString &option,
+                            const QString &command) {
         expectWrongCommandLine(words + QStringList{option, QString()},
                                QStringLiteral("kvsync: InvalidParameter (0x01000009): %1: An empty "
                                               "text means nothing here")
-                                   .arg(option));
+                                   .arg(option),
+                               command);
     };
     for (const char *const option : {"--out", "--plan", "--project", "--logic-dir", "--device-dir"})
-        refuses(scan, QString::fromLatin1(option));
+        refuses(scan, QString::fromLatin1(option), QStringLiteral("kvsync scan"));
     for (const char *const option : {"--plugin", "--plugin-version"})
-        refuses(device, QString::fromLatin1(option));
+        refuses(device, QString::fromLatin1(option), QStringLiteral("kvsync device info"));
 }
 
 TEST(KvsyncCommandLine, TakesPluginFoldersFromWhereTheUserStands)
@@ -93,6 +135,21 @@ TEST(KvsyncCommandLine, TakesPluginFoldersFromWhereTheUserStands)
                                        QStringLiteral("--logic-dir"), QStringLiteral("Logic")},
                                       process);
     EXPECT_NE(outcome.exitCode, 0); // nothing is there, or no way leads there
+}
+
+TEST(KvsyncCommandLine, SaysThatAPluginFolderThatIsNamedIsMissing)
+{
+    const QString missing = QFileInfo(logicFolder()).path() + QStringLiteral("/Missing");
+    for (const char *const command : {"scanner", "device", "plugins"})
+        for (const char *const option : {"--logic-dir", "--device-dir"}) {
+            QStringList words{QString::fromLatin1(command), QStringLiteral("list"),
+                              QString::fromLatin1(option), missing};
+            if (words.first() == QLatin1String("plugins"))
+                words.removeAt(1);
+            expectFailure(words, QStringLiteral("kvsync: PathNotExist (0x01000001): There is no "
+                                                "plug-in folder ") +
+                                     missing);
+        }
 }
 
 #ifdef Q_OS_WIN

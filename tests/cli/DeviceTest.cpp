@@ -203,12 +203,13 @@ TEST_F(KvsyncDevice, FailuresAreToldByCodeAndText)
     expectWrongValue(
         {"device", "info", "--plugin", "VirtualScanner", "--plugin-version", "one"},
         "kvsync: InvalidParameter (0x01000009): \"one\" is no version such as \"1.0\"");
-    expectFailure(device({"rotate", "5"}, 1),
-                  "kvsync: FunctionNotExist (0x01002000): The device \"Virtual camera\" has no "
-                  "motor");
-    expectFailure(device({"capture", "--frames", "1", "--out", out()}, 2),
-                  "kvsync: FunctionNotExist (0x01002000): The device \"Virtual turntable\" has no "
-                  "camera");
+    expectWrongValue(device({"rotate", "5"}, 1),
+                     "kvsync: FunctionNotExist (0x01002000): The device \"Virtual camera\" has no "
+                     "motor");
+    expectWrongValue(
+        device({"capture", "--frames", "1", "--out", out()}, 2),
+        "kvsync: FunctionNotExist (0x01002000): The device \"Virtual turntable\" has no "
+        "camera");
     expectFailure(device({"get", "dance"}), "kvsync: UnnamedCode (0x01F00006): The device does not "
                                             "give the property \"dance\"");
 }
@@ -216,9 +217,11 @@ TEST_F(KvsyncDevice, FailuresAreToldByCodeAndText)
 TEST_F(KvsyncDevice, EveryCommandButListNeedsAPlugin)
 {
     expectWrongCommandLine({"device", "info"},
-                           "kvsync: InvalidParameter (0x01000009): --plugin is required");
+                           "kvsync: InvalidParameter (0x01000009): --plugin is required",
+                           "kvsync device info");
     expectWrongCommandLine({"device"},
-                           "kvsync: InvalidParameter (0x01000009): A subcommand is required");
+                           "kvsync: InvalidParameter (0x01000009): A subcommand is required",
+                           "kvsync device");
 }
 
 TEST_F(KvsyncDevice, ListGoesOnAfterAPluginThatFails)

@@ -3,6 +3,7 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QJsonArray>
+#include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
 
 using namespace KvSyncTest;
@@ -167,6 +168,32 @@ TEST_F(KvsyncFaultPlan, AnImageWithoutPixelsEndsNoScanAndHasNoFile)
     EXPECT_FALSE(QFile::exists(folder.filePath(QStringLiteral("frame-00002-camera-0.png"))));
 }
 
+TEST_F(KvsyncFaultPlan, AFrameThatLacksAnImageIsWarnedOf)
+{
+    const QJsonObject summary = summaryUnder(QStringLiteral(R"({"frame": 2, "missingImage": 1})"));
+    EXPECT_EQ(summary.value(QStringLiteral("warnings")),
+              QJsonValue(QJsonArray{
+                  QStringLiteral("frames dropped for lack of an image or its pixels: 1")}));
+}
+
+TEST_F(KvsyncFaultPlan, AnImageOfAnotherSizeIsWarnedOf)
+{
+    QStringList words = scan(QStringLiteral(R"({"frame": 2, "width": 64})"));
+    words.removeAll(QStringLiteral("--json"));
+    const QString warning = QStringLiteral(
+        "images of another size than the cameras have: 2, the first of frame 2, camera 0");
+    const Outcome outcome = runKvsync(words);
+    EXPECT_TRUE(outcome.output.contains(QStringLiteral("warning: %1\n").arg(warning)))
+        << outcome.output.toStdString();
+    EXPECT_EQ(recordIn(folder.path()).value(QStringLiteral("warnings")),
+              QJsonValue(QJsonArray{warning}));
+}
+
+TEST_F(KvsyncFaultPlan, ASoundScanWarnsOfNothing)
+{
+    EXPECT_EQ(summaryUnder(QString()).value(QStringLiteral("warnings")), QJsonValue(QJsonArray()));
+}
+
 TEST_F(KvsyncFaultPlan, AScanWithoutFramesReplacesTheEarlierOneToo)
 {
     summaryUnder(QString());
@@ -204,6 +231,21 @@ TEST_F(KvsyncFaultPlan, ThePlanDescribesTheScanner)
     EXPECT_EQ(images.at(0).toObject().value(QStringLiteral("height")), QJsonValue(48));
 }
 
+#ifndef Q_OS_WIN
+TEST_F(KvsyncFaultPlan, APlanThroughAPipeIsRefused)
+{
+    QProcess process; // its standard input is a pipe
+    const Outcome outcome =
+        runKvsync({QStringLiteral("scan"), QStringLiteral("--frames"), QStringLiteral("1"),
+                   QStringLiteral("--out"), folder.filePath(QStringLiteral("scan")),
+                   QStringLiteral("--plan"), QStringLiteral("/dev/stdin")},
+                  process);
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_EQ(outcome.errors.toStdString(), "kvsync: InvalidParameter (0x01000009): The fault plan "
+                                            "/dev/stdin is not a regular file\n");
+}
+#endif
+
 TEST_F(KvsyncFaultPlan, AFileThatIsNotThereIsTold)
 {
     const Outcome outcome = runKvsync({QStringLiteral("scan"), QStringLiteral("--frames"),
@@ -218,9 +260,11 @@ TEST_F(KvsyncFaultPlan, AFileThatIsNotThereIsTold)
 
 TEST_F(KvsyncFaultPlan, APlanThatCannotBeUsedIsToldAndNothingIsScanned)
 {
-    const Outcome outcome = runKvsync(scan(QStringLiteral(R"({"function": "Dance"})")));
-    EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_TRUE(outcome.errors.contains(QStringLiteral("faults[0]")))
-        << outcome.errors.toStdString();
-    EXPECT_TRUE(outcome.errors.contains(QStringLiteral("kvsync: ConnectFailed (0x010D000A): ")));
+    const QStringList words = scan(QStringLiteral(R"({"function": "Dance"})"));
+    const QString reason = QStringLiteral("fault plan %1: faults[0]: the library has no function "
+                                          "\"Dance\"")
+                               .arg(folder.filePath(QStringLiteral("plan.json")));
+    expectFailure(words, QStringLiteral("Tessel3Sync simulator: %1\nkvsync: ConnectFailed "
+                                        "(0x010D000A): The simulated scanner cannot be used: %1")
+                             .arg(reason));
 }

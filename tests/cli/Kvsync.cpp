@@ -79,9 +79,11 @@ void expectWrongValue(const QStringList &arguments, const QString &errorLine)
     expectEnd(arguments, 2, errorLine);
 }
 
-void expectWrongCommandLine(const QStringList &arguments, const QString &errorLine)
+void expectWrongCommandLine(const QStringList &arguments, const QString &errorLine,
+                            const QString &command)
 {
-    expectEnd(arguments, 2, errorLine + QStringLiteral("\nkvsync --help tells more"));
+    expectEnd(arguments, 2,
+              errorLine + QLatin1Char('\n') + command + QStringLiteral(" --help tells more"));
 }
 
 QJsonObject recordIn(const QString &folder)

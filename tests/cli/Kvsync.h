@@ -36,8 +36,9 @@ void expectFailure(const QStringList &arguments, const QString &errorLine);
 /// The same with exit status 2: a value on the command line is one that cannot be used.
 void expectWrongValue(const QStringList &arguments, const QString &errorLine);
 
-/// Expects exit status 2, an empty output, and this line before the hint to --help.
-void expectWrongCommandLine(const QStringList &arguments, const QString &errorLine);
+/// Expects exit status 2, an empty output, and this line before the hint to the help of `command`.
+void expectWrongCommandLine(const QStringList &arguments, const QString &errorLine,
+                            const QString &command = QStringLiteral("kvsync"));
 
 /// The scan.json of a folder.
 QJsonObject recordIn(const QString &folder);

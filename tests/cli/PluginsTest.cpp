@@ -6,6 +6,8 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QProcess>
 
 #if !defined(_WIN32)
 #include <sys/stat.h>
@@ -14,6 +16,14 @@
 using namespace KvSyncTest;
 
 namespace {
+
+#if defined(_WIN32)
+const QString programSuffix = QStringLiteral(".exe");
+const QString librariesVariable = QStringLiteral("PATH");
+#else
+const QString programSuffix;
+const QString librariesVariable = QStringLiteral("LD_LIBRARY_PATH");
+#endif
 
 class KvsyncPlugins : public ::testing::Test
 {
@@ -67,14 +77,27 @@ TEST_F(KvsyncPlugins, ListsBothFoldersForPeople)
                   device.toStdString() + "\n  no files\n");
 }
 
+// A kvsync of its own, beside which nothing stands.
 TEST_F(KvsyncPlugins, SaysWhenAFolderIsMissing)
 {
-    ASSERT_TRUE(QDir().rmdir(QFileInfo(folders.deviceFile(QStringLiteral("x"))).path()));
-    const Outcome outcome = folders.run({QStringLiteral("plugins"), QStringLiteral("--json")});
-    const QJsonArray list = outcome.json().value(QStringLiteral("folders")).toArray();
-    ASSERT_EQ(list.size(), 2);
-    EXPECT_TRUE(list.at(0).toObject().value(QStringLiteral("exists")).toBool());
-    EXPECT_FALSE(list.at(1).toObject().value(QStringLiteral("exists")).toBool(true));
+    const QFileInfo original(kvsyncProgram() + programSuffix);
+    const QTemporaryDir alone;
+    const QString copy = alone.filePath(original.fileName());
+    copyFile(original.filePath(), copy);
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(librariesVariable, original.path() + QDir::listSeparator() +
+                                              environment.value(librariesVariable));
+    process.setProcessEnvironment(environment);
+    process.start(copy, {QStringLiteral("plugins"), QStringLiteral("--json")});
+    ASSERT_TRUE(process.waitForFinished());
+    const QJsonArray list = QJsonDocument::fromJson(process.readAllStandardOutput())
+                                .object()
+                                .value(QStringLiteral("folders"))
+                                .toArray();
+    ASSERT_EQ(list.size(), 2) << process.readAllStandardError().toStdString();
+    for (const QJsonValue &each : list)
+        EXPECT_EQ(each.toObject().value(QStringLiteral("exists")), QJsonValue(false));
 }
 
 TEST_F(KvsyncPlugins, HighestBuildShadowsTheOthersAsANumber)

@@ -29,10 +29,11 @@ protected:
         EXPECT_EQ(outcome.exitCode, 0) << outcome.errors.toStdString();
     }
 
-    void expectRefused(const QStringList &words) const
+    void expectRefused(const QStringList &words, const QString &what = "an earlier scan") const
     {
-        expectWrongValue(words, "kvsync: InvalidParameter (0x01000009): " + out() +
-                                    " holds an earlier scan; --overwrite replaces it");
+        expectWrongValue(words, QString("kvsync: InvalidParameter (0x01000009): %1 holds %2; "
+                                        "--overwrite replaces it")
+                                    .arg(out(), what));
     }
 
     QTemporaryDir folder;
@@ -121,10 +122,22 @@ TEST_F(KvsyncScanFolder, AScanThatIsRefusedLeavesTheEarlierOne)
     }
 }
 
-TEST_F(KvsyncScanFolder, AScanThatIsRefusedLeavesNoRecord)
+TEST_F(KvsyncScanFolder, AScanThatIsRefusedLeavesNoFolder)
 {
+    const QStringList refused[] = {scan(0), scan(1, {"--set", "foo=1"}),
+                                   scan(1, {"--serial", "other"})};
+    for (const QStringList &words : refused) {
+        EXPECT_NE(runKvsync(words).exitCode, 0);
+        EXPECT_FALSE(QFileInfo::exists(out()));
+    }
+}
+
+TEST_F(KvsyncScanFolder, AScanThatIsRefusedLeavesAFolderThatWasThere)
+{
+    ASSERT_TRUE(QDir().mkpath(out()));
     EXPECT_EQ(runKvsync(scan(0)).exitCode, 2);
-    EXPECT_EQ(QDir(out()).entryList(QDir::Files), QStringList());
+    EXPECT_TRUE(QDir(out()).isEmpty());
+    EXPECT_TRUE(QFileInfo::exists(out()));
 }
 
 TEST_F(KvsyncScanFolder, TwoProcessesNeverShareIt)
@@ -142,7 +155,8 @@ TEST_F(KvsyncScanFolder, TwoProcessesNeverShareIt)
     first.kill();
     ASSERT_TRUE(first.waitForFinished());
     // The lock of a process that is gone holds nobody up, but its record is one.
-    expectRefused(scan(1));
+    EXPECT_TRUE(QFileInfo::exists(inside("scan.lock")));
+    expectRefused(scan(1), "a scan that was cut short");
     expectSuccess(scan(1, {"--overwrite"}));
 }
 
@@ -158,7 +172,8 @@ TEST_F(KvsyncScanFolder, AFullDiskEndsTheScanAndLeavesNoHalfFile)
     EXPECT_EQ(shell.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(shell.exitCode(), 1);
     const QString errors = QString::fromUtf8(shell.readAllStandardError());
-    EXPECT_TRUE(errors.startsWith("kvsync: PathNotExist (0x01000001): " + inside("frame-")))
+    EXPECT_TRUE(
+        errors.startsWith("kvsync: DeviceOperationFailed (0x010F0000): " + inside("frame-")))
         << errors.toStdString();
     EXPECT_TRUE(errors.endsWith(" cannot be written: File too large\n")) << errors.toStdString();
     const QJsonObject record = recordIn(out());
@@ -183,6 +198,6 @@ TEST_F(KvsyncScanFolder, ADiskThatIsFullFromTheStartLeavesNoHalfFile)
     EXPECT_EQ(shell.exitCode(), 1);
     const QString errors = QString::fromUtf8(shell.readAllStandardError());
     EXPECT_TRUE(errors.endsWith(" cannot be written: File too large\n")) << errors.toStdString();
-    EXPECT_EQ(QDir(out()).entryList(QDir::Files | QDir::Hidden), QStringList());
+    EXPECT_FALSE(QFileInfo::exists(out()));
 }
 #endif

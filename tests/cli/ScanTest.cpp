@@ -191,6 +191,14 @@ TEST_F(KvsyncScan, RefusesAPeriodOfZero)
                                     "whole number from 1 to 60000, not 0"));
 }
 
+TEST_F(KvsyncScan, RefusesAPeriodThatIsSetTwice)
+{
+    expectWrongValue(scan(1, {QStringLiteral("--period"), QStringLiteral("50"),
+                              QStringLiteral("--set"), QStringLiteral("periodMs=60")}),
+                     QStringLiteral("kvsync: InvalidParameter (0x01000009): --period and --set "
+                                    "periodMs contradict each other"));
+}
+
 TEST_F(KvsyncScan, EndsWhenTheScannerFallsSilent)
 {
     expectFailure(scan(1, {QStringLiteral("--period"), QStringLiteral("60000"),
@@ -218,25 +226,19 @@ TEST_F(KvsyncScan, SaysWhichFileCannotBeWritten)
         << outcome.errors.toStdString();
 }
 
-TEST_F(KvsyncScan, SaysThatThePluginFolderIsMissing)
-{
-    const QString missing = QFileInfo(logicFolder()).path() + QStringLiteral("/Missing");
-    expectFailure(scan(1, {QStringLiteral("--logic-dir"), missing}),
-                  QStringLiteral("kvsync: PathNotExist (0x01000001): ") + missing +
-                      QStringLiteral(" is no exist path"));
-}
-
 TEST_F(KvsyncScan, NeedsFramesAndFolder)
 {
     expectWrongCommandLine(
         {QStringLiteral("scan"), QStringLiteral("--out"), out()},
-        QStringLiteral("kvsync: InvalidParameter (0x01000009): --frames is required"));
+        QStringLiteral("kvsync: InvalidParameter (0x01000009): --frames is required"),
+        QStringLiteral("kvsync scan"));
     expectWrongCommandLine(
         {QStringLiteral("scan"), QStringLiteral("--frames"), QStringLiteral("1")},
-        QStringLiteral("kvsync: InvalidParameter (0x01000009): --out is required"));
+        QStringLiteral("kvsync: InvalidParameter (0x01000009): --out is required"),
+        QStringLiteral("kvsync scan"));
     expectWrongCommandLine(
         {QStringLiteral("scan"), QStringLiteral("--frames"), QStringLiteral("many"),
          QStringLiteral("--out"), out()},
-        QStringLiteral(
-            "kvsync: InvalidParameter (0x01000009): Could not convert: --frames = many"));
+        QStringLiteral("kvsync: InvalidParameter (0x01000009): Could not convert: --frames = many"),
+        QStringLiteral("kvsync scan"));
 }

@@ -2,6 +2,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
@@ -33,7 +34,9 @@ protected:
 
     QStringList snap(const QStringList &further = {}) const
     {
-        return QStringList{QStringLiteral("snap"), QStringLiteral("--out"), out()} + further;
+        return QStringList{QStringLiteral("snap"), QStringLiteral("--overwrite"),
+                           QStringLiteral("--out"), out()} +
+               further;
     }
 
     QTemporaryDir folder;
@@ -80,6 +83,22 @@ TEST_F(KvsyncScanner, ListSaysThatThereIsNone)
     EXPECT_EQ(outcome.output.toStdString(), "no scanner\n");
 }
 
+TEST_F(KvsyncScanner, ListSaysWhyTheSimulatedScannerCannotBeUsed)
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("TESSEL3SYNC_SIMULATOR_SCANNER"),
+                       QStringLiteral("{\"width\": 1}"));
+    process.setProcessEnvironment(environment);
+    const Outcome outcome = runKvsync(scanner({QStringLiteral("list")}), process);
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(outcome.output.toStdString(), "");
+    EXPECT_TRUE(outcome.errors.endsWith(
+        QStringLiteral("kvsync: ConnectFailed (0x010D000A): The simulated scanner cannot be "
+                       "used: TESSEL3SYNC_SIMULATOR_SCANNER: \"width\" must be 16 to 4096\n")))
+        << outcome.errors.toStdString();
+}
+
 TEST_F(KvsyncScanner, GetPrintsOneSettingOrAllOfThem)
 {
     EXPECT_EQ(textOf({QStringLiteral("get"), QStringLiteral("periodMs")}), "33\n");
@@ -118,9 +137,9 @@ TEST_F(KvsyncScanner, SetTellsWhatCannotBeSet)
                  QStringLiteral("-5")}),
         QStringLiteral("kvsync: InvalidParameter (0x01000009): The setting "
                        "\"camera0.gain\" must be a whole number from 0 to 65535, not -5"));
-    expectFailure(
-        scanner({QStringLiteral("set"), QStringLiteral("colour"), QStringLiteral("1")}),
-        QStringLiteral("kvsync: FunctionNotExist (0x01002000): There is no setting \"colour\""));
+    expectWrongValue(
+        scanner({QStringLiteral("set"), QStringLiteral("hue"), QStringLiteral("1")}),
+        QStringLiteral("kvsync: FunctionNotExist (0x01002000): There is no setting \"hue\""));
     expectWrongValue(
         scanner({QStringLiteral("set"), QStringLiteral("periodMs"), QStringLiteral("fast")}),
         QStringLiteral("kvsync: InvalidParameter (0x01000009): VALUE is not JSON: illegal value: "
@@ -139,6 +158,53 @@ TEST_F(KvsyncScanner, SnapWritesEveryPlaneAndThemTogetherInColor)
         const QImage image(out() + QStringLiteral("/snapshot-plane-%1.png").arg(plane++));
         EXPECT_EQ(image.constScanLine(300)[640], channel);
     }
+}
+
+TEST_F(KvsyncScanner, AnEarlierSnapshotIsRefusedUnlessItShallBeReplaced)
+{
+    ASSERT_TRUE(QDir().mkpath(out()));
+    for (const char *const name : {"snapshot.png", "snapshot-plane-7.png"})
+        ASSERT_TRUE(
+            QFile(out() + QLatin1Char('/') + QString::fromLatin1(name)).open(QIODevice::WriteOnly));
+    expectWrongValue(scanner({QStringLiteral("snap"), QStringLiteral("--out"), out()}),
+                     QStringLiteral("kvsync: InvalidParameter (0x01000009): %1 holds an earlier "
+                                    "snapshot; --overwrite replaces it")
+                         .arg(out()));
+    textOf(snap());
+    EXPECT_EQ(
+        QDir(out()).entryList(QDir::Files, QDir::Name),
+        (QStringList{QStringLiteral("snapshot-plane-0.png"), QStringLiteral("snapshot-plane-1.png"),
+                     QStringLiteral("snapshot-plane-2.png"), QStringLiteral("snapshot.png")}));
+}
+
+TEST_F(KvsyncScanner, ASnapshotThatIsRefusedLeavesNoFolder)
+{
+    const QString inner = out() + QStringLiteral("/inner");
+    EXPECT_EQ(runKvsync(scanner({QStringLiteral("snap"), QStringLiteral("--out"), inner,
+                                 QStringLiteral("--serial"), QStringLiteral("other")}))
+                  .exitCode,
+              1);
+    EXPECT_FALSE(QFileInfo::exists(out()));
+}
+
+TEST_F(KvsyncScanner, ANameThatGetsTwoValuesIsRefused)
+{
+    const auto line = [](const char *name) {
+        return QStringLiteral(
+                   "kvsync: InvalidParameter (0x01000009): \"%1\" is given more than one "
+                   "value")
+            .arg(QString::fromLatin1(name));
+    };
+    expectWrongValue(scanner(snap({QStringLiteral("--switch"), QStringLiteral("blueLaser=on"),
+                                   QStringLiteral("--switch"), QStringLiteral("blueLaser=off")})),
+                     line("blueLaser"));
+    expectWrongValue(scanner(snap({QStringLiteral("--set"), QStringLiteral("periodMs=8"),
+                                   QStringLiteral("--set"), QStringLiteral("periodMs=9")})),
+                     line("periodMs"));
+    expectWrongValue(
+        scanner({QStringLiteral("command"), QStringLiteral("Project"),
+                 QStringLiteral("projectWorkType=1"), QStringLiteral("projectWorkType=2")}),
+        line("projectWorkType"));
 }
 
 TEST_F(KvsyncScanner, SettingsChangeWhatASnapshotShows)

@@ -9,6 +9,7 @@
 
 #include <CLI/CLI.hpp>
 #include <KvSyncTool/Exception.h>
+#include <QtCore/QDir>
 
 #include <algorithm>
 #include <sstream>
@@ -37,26 +38,36 @@ std::vector<std::string> reversed(const QStringList &arguments)
 
 void addGlobalOptions(CLI::App &app, GlobalOptions &options)
 {
-    refuseEmpty(app.add_option("--logic-dir", options.logicDir,
-                               "Folder of the command plug-ins; without it, Logic beside kvsync"));
-    refuseEmpty(app.add_option("--device-dir", options.deviceDir,
-                               "Folder of the device plug-ins; without it, Device beside kvsync"));
+    refuseEmpty(
+        app.add_option("--logic-dir", options.logicDir,
+                       "Folder of the command plug-ins, from where you are; without it, Logic "
+                       "beside kvsync"));
+    refuseEmpty(
+        app.add_option("--device-dir", options.deviceDir,
+                       "Folder of the device plug-ins, from where you are; without it, Device "
+                       "beside kvsync"));
     app.add_flag("--verbose", options.verbose, "Show the log on standard error");
     app.set_version_flag("--version", "kvsync " KVSYNC_VERSION, "Print the version");
 }
 
-void takeFolders(const CLI::App &app, GlobalOptions &options)
+// The two that stand beside kvsync may be missing: a command that needs one says so itself.
+void takeFolder(const CLI::App &app, const char *option, std::string &folder)
 {
-    for (auto *const folder : {&options.logicDir, &options.deviceDir}) {
-        const char *const name = folder == &options.logicDir ? "--logic-dir" : "--device-dir";
-        if (app.count(name) > 0)
-            *folder = wayFromApplication(fromArgument(*folder)).toStdString();
-    }
+    if (app.count(option) == 0)
+        return;
+    const QString named = fromArgument(folder);
+    const QString way = wayFromApplication(named);
+    if (!QDir(named).exists())
+        throw KvSyncTool::Exception(PathNotExist,
+                                    QStringLiteral("There is no plug-in folder %1")
+                                        .arg(QDir::cleanPath(QDir(named).absolutePath())));
+    folder = way.toStdString();
 }
 
+// The service refuses a word or a value, and it has all of them from the command line.
 bool isWrongWord(ErrorCode code)
 {
-    return code == InvalidParameter || code == WrongArgumentCount;
+    return code == InvalidParameter || code == WrongArgumentCount || code == FunctionNotExist;
 }
 
 // Tells of the exception that is being handled.
@@ -89,24 +100,35 @@ int run(const Command &command, const GlobalOptions &options)
     return interruption.exitStatus();
 }
 
-bool needsSubcommand(const CLI::App &app)
+const CLI::App &innermost(const CLI::App &app)
 {
-    const CLI::App *chosen = &app;
-    while (!chosen->get_subcommands().empty())
-        chosen = chosen->get_subcommands().front();
-    return chosen->get_require_subcommand_min() > 0;
+    const CLI::App *command = &app;
+    while (!command->get_subcommands().empty())
+        command = command->get_subcommands().front();
+    return *command;
 }
 
-// CLI11 calls a command that it does not know a missing one.
+QString helpHint(const CLI::App &app)
+{
+    QString words;
+    for (const CLI::App *command = &innermost(app); command; command = command->get_parent())
+        words.prepend(QString::fromStdString(command->get_name()) + QLatin1Char(' '));
+    return words + QStringLiteral("--help tells more");
+}
+
+// CLI11 calls a command that it does not know a missing one, and a misspelt option that is required
+// too.
 QString whatIsWrong(const CLI::App &app, const CLI::ParseError &error)
 {
     const std::vector<std::string> unknown = app.remaining(true);
-    if (!needsSubcommand(app) || unknown.empty())
+    if (unknown.empty())
         return fromArgument(error.what());
     const QString word = fromArgument(unknown.front());
-    return (word.startsWith(QLatin1Char('-')) ? QStringLiteral("There is no option %1")
-                                              : QStringLiteral("There is no command \"%1\""))
-        .arg(word);
+    if (word.startsWith(QLatin1Char('-')))
+        return QStringLiteral("There is no option %1").arg(word);
+    if (innermost(app).get_require_subcommand_min() > 0)
+        return QStringLiteral("There is no command \"%1\"").arg(word);
+    return fromArgument(error.what());
 }
 
 int showHelp(const CLI::App &app, const CLI::ParseError &asked)
@@ -127,7 +149,7 @@ int finish(const CLI::App &app, const CLI::ParseError &error)
     if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success))
         return showHelp(app, error);
     printFailure(shownFailure(InvalidParameter, whatIsWrong(app, error)));
-    printHint(QStringLiteral("kvsync --help tells more"));
+    printHint(helpHint(app));
     return wrongCommandLine;
 }
 
@@ -147,8 +169,8 @@ int runCommandLine(const QStringList &arguments)
     CLI::App app("Drives scanners through the service core and its command plug-ins.", "kvsync");
     app.footer(
         "Exit status: 0, or 1 if a command failed, or 2 if the command line or a value on it is\n"
-        "wrong (InvalidParameter, WrongArgumentCount), or 128 and the signal's number if a signal\n"
-        "ended it: 130 after Ctrl-C, 143 after SIGTERM.\n"
+        "wrong (InvalidParameter, WrongArgumentCount, FunctionNotExist), or 128 and the signal's\n"
+        "number if a signal ended it: 130 after Ctrl-C, 143 after SIGTERM, 129 after SIGHUP.\n"
         "A failure is told on standard error: the code's name, its number and a text.");
     app.require_subcommand(1);
     app.fallthrough();
@@ -159,7 +181,8 @@ int runCommandLine(const QStringList &arguments)
         add(app, chosen);
     try {
         app.parse(reversed(arguments));
-        takeFolders(app, options);
+        takeFolder(app, "--logic-dir", options.logicDir);
+        takeFolder(app, "--device-dir", options.deviceDir);
     } catch (const KvSyncTool::Exception &) {
         return reportFailure();
     } catch (const CLI::ParseError &error) {

@@ -5,7 +5,6 @@
 #include <KvSyncDevice/CameraInterface.h>
 #include <KvSyncTool/Exception.h>
 #include <QtCore/QBuffer>
-#include <QtCore/QTemporaryFile>
 #include <QtCore/QtEndian>
 #include <QtGui/QImageWriter>
 
@@ -61,17 +60,6 @@ void widen(QImage &image, int bitDepth)
 
 } // namespace
 
-QDir openOutputFolder(const QString &path)
-{
-    const QDir folder(path);
-    if (!folder.mkpath(QStringLiteral(".")))
-        raiseUnwritable(path, QStringLiteral("the folder cannot be made"));
-    QTemporaryFile probe(folder.filePath(QStringLiteral("kvsync-XXXXXX")));
-    if (!probe.open())
-        raiseUnwritable(path, probe.errorString());
-    return folder;
-}
-
 QImage imageFrom(const QVariantMap &map)
 {
     const int width = map.value(QStringLiteral("width")).toInt();
@@ -110,7 +98,7 @@ void writePng(const QString &path, const QImage &image)
     QImageWriter writer(&png, "png");
     writer.setQuality(uncompressed);
     if (!writer.write(image))
-        raiseUnwritable(path, writer.errorString());
+        raiseUnwritable(DeviceOperationFailed, path, writer.errorString());
     writeAtomically(path, [&png](QIODevice &file) { return writeAll(file, png.data()); });
 }
 

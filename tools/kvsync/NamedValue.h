@@ -1,7 +1,11 @@
 #ifndef KVSYNC_NAMEDVALUE_H
 #define KVSYNC_NAMEDVALUE_H
 
+#include <QtCore/QList>
 #include <QtCore/QString>
+
+#include <string>
+#include <vector>
 
 namespace KvSyncCli {
 
@@ -12,8 +16,9 @@ struct NamedValue
     QString value;
 };
 
-/// Splits at the first equals sign. Throws `InvalidParameter` if there is none, or nothing before.
-NamedValue splitNamedValue(const QString &text);
+/// Splits each argument at its first equals sign. Throws `InvalidParameter` for one without a name
+/// or a sign, and for a name that comes twice.
+QList<NamedValue> namedValues(const std::vector<std::string> &arguments);
 
 } // namespace KvSyncCli
 

@@ -1,5 +1,9 @@
 #include "OpenDevice.h"
 
+#include "session/Simulator.h"
+
+#include <KvSyncTool/Exception.h>
+
 namespace KvSyncCli {
 
 namespace {
@@ -8,7 +12,13 @@ namespace {
 QVariant open(ServiceHost &host, Interruption &interruption, const QVariantMap &parameters)
 {
     const Interruption::Ending later(interruption, [] {});
-    return host.call(QStringLiteral("openDevices"), {parameters});
+    try {
+        return host.call(QStringLiteral("openDevices"), {parameters});
+    } catch (const KvSyncTool::Exception &refusal) {
+        if (refusal.code() == ConnectFailed)
+            requireUsableSimulator();
+        throw;
+    }
 }
 
 } // namespace

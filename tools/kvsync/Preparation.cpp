@@ -22,20 +22,16 @@ bool isOn(const NamedValue &flag)
 QVariantMap settingsOf(const Preparation &preparation)
 {
     QVariantMap settings;
-    for (const std::string &text : preparation.settings) {
-        const NamedValue setting = splitNamedValue(fromArgument(text));
+    for (const NamedValue &setting : namedValues(preparation.settings))
         settings.insert(setting.name, parseJson(setting.value, setting.name));
-    }
     return settings;
 }
 
 QVariantMap flagsOf(const Light &light)
 {
     QVariantMap flags;
-    for (const std::string &text : light.flags) {
-        const NamedValue flag = splitNamedValue(fromArgument(text));
+    for (const NamedValue &flag : namedValues(light.flags))
         flags.insert(flag.name, isOn(flag));
-    }
     return flags;
 }
 
@@ -89,11 +85,9 @@ void addLightOptions(CLI::App &command, Light &light, const std::string &without
 // In the order of the command line: a later value may depend on an earlier one.
 void prepare(OpenScanner &scanner, const Preparation &preparation)
 {
-    for (const std::string &text : preparation.settings) {
-        const NamedValue setting = splitNamedValue(fromArgument(text));
+    for (const NamedValue &setting : namedValues(preparation.settings))
         scanner.call(QStringLiteral("setProperty"),
                      {setting.name, parseJson(setting.value, setting.name)});
-    }
     if (preparation.turntableDegrees)
         scanner.call(QStringLiteral("turntableRotate"),
                      {QStringLiteral("simulator"),

@@ -1,9 +1,10 @@
 #include "Command.h"
-#include "Environment.h"
 #include "Preparation.h"
 #include "session/FrameCapture.h"
+#include "session/Simulator.h"
 
 #include <CLI/CLI.hpp>
+#include <KvSyncTool/Exception.h>
 
 #include <memory>
 
@@ -21,11 +22,16 @@ struct ScanOptions
 
 void runScan(const ScanOptions &options, Context &context)
 {
+    const QVariantMap told = options.preparation.told();
+    if (options.capture.periodMs &&
+        told.value(QStringLiteral("set")).toMap().contains(QStringLiteral("periodMs")))
+        throw KvSyncTool::Exception(
+            InvalidParameter, QStringLiteral("--period and --set periodMs contradict each other"));
     if (!options.plan.empty())
         useFaultPlan(fromArgument(options.plan));
     captureFrames(context, options.capture,
                   {[&](OpenScanner &scanner) { prepare(scanner, options.preparation); },
-                   options.light.parameters(), options.preparation.told()});
+                   options.light.parameters(), told});
 }
 
 } // namespace

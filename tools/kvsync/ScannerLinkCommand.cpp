@@ -23,10 +23,8 @@ struct LinkOptions
 QVariantMap parametersFrom(const std::vector<std::string> &texts)
 {
     QVariantMap parameters;
-    for (const std::string &text : texts) {
-        const NamedValue parameter = splitNamedValue(fromArgument(text));
+    for (const NamedValue &parameter : namedValues(texts))
         parameters.insert(parameter.name, parseJson(parameter.value, parameter.name));
-    }
     return parameters;
 }
 

@@ -2,6 +2,7 @@
 #include "OpenScanner.h"
 #include "ScannerCommand.h"
 #include "StandardOutput.h"
+#include "session/Simulator.h"
 
 #include <CLI/CLI.hpp>
 #include <KvSyncTool/Exception.h>
@@ -67,6 +68,8 @@ QList<Found> findScanners(Context &context)
     ServiceHost host(context.options, QStringLiteral("Scanner"), QVersionNumber(1, 0));
     QList<Found> found;
     const QVariantList devices = host.call(QStringLiteral("getRunningDevList"), {}).toList();
+    if (devices.isEmpty())
+        requireUsableSimulator();
     for (const QVariant &device : devices) {
         const QVariantList cameras = device.toMap().value(QStringLiteral("cameras")).toList();
         for (const QString &serial : candidates(cameras)) {

@@ -3,8 +3,11 @@
 #include "OpenScanner.h"
 #include "Preparation.h"
 #include "ScannerCommand.h"
+#include "output/AtomicFile.h"
+#include "output/OutputFolder.h"
 
 #include <CLI/CLI.hpp>
+#include <KvSyncTool/Exception.h>
 #include <QtCore/QJsonArray>
 
 #include <memory>
@@ -20,6 +23,7 @@ struct SnapOptions
     Preparation preparation;
     Light light;
     std::string folder;
+    bool overwrite = false;
     std::optional<int> route;
 };
 
@@ -53,10 +57,39 @@ QVariantList snap(const SnapOptions &options, Context &context)
     return planes;
 }
 
+QStringList earlierImages(const QDir &folder)
+{
+    return folder.entryList(
+        {QStringLiteral("snapshot.png"), QStringLiteral("snapshot-plane-*.png")}, QDir::Files);
+}
+
+void refuseEarlierImages(const QDir &folder)
+{
+    if (!earlierImages(folder).isEmpty())
+        throw KvSyncTool::Exception(
+            InvalidParameter,
+            QStringLiteral("%1 holds an earlier snapshot; --overwrite replaces it")
+                .arg(folder.path()));
+}
+
+// A sensor of fewer planes would leave some of them.
+void removeEarlierImages(const QDir &folder)
+{
+    for (const QString &name : earlierImages(folder)) {
+        QFile file(folder.filePath(name));
+        if (!file.remove())
+            raiseUnwritable(DeviceOperationFailed, file.fileName(), file.errorString());
+    }
+}
+
 void runSnap(const SnapOptions &options, Context &context)
 {
-    const QDir folder = openOutputFolder(fromArgument(options.folder));
+    const OutputFolder output(fromArgument(options.folder));
+    const QDir &folder = output.dir();
+    if (!options.overwrite)
+        refuseEarlierImages(folder);
     const QVariantList planes = snap(options, context);
+    removeEarlierImages(folder);
     QList<QImage> images;
     QJsonArray summary;
     QString text;
@@ -95,6 +128,8 @@ void addScannerSnapCommand(CLI::App &scanner, Command &chosen)
     refuseEmpty(
         command->add_option("--out", options->folder, "Folder for the images; made if missing"))
         ->required();
+    command->add_flag("--overwrite", options->overwrite,
+                      "Replace an earlier snapshot in the folder, which is refused otherwise");
     command->add_option("--route", options->route,
                         "The scanner library's control route; 2, as in a scan, if missing");
     addPreparationOptions(*command, options->preparation);

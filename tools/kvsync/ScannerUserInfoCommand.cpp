@@ -1,6 +1,6 @@
-#include "Environment.h"
 #include "OpenScanner.h"
 #include "ScannerCommand.h"
+#include "session/Simulator.h"
 
 #include <CLI/CLI.hpp>
 

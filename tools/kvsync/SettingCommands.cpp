@@ -75,10 +75,8 @@ void printSetting(Context &context, const SettingOptions &options, const QVarian
 QVariantMap keysFrom(const std::vector<std::string> &texts)
 {
     QVariantMap keys;
-    for (const std::string &text : texts) {
-        const NamedValue key = splitNamedValue(fromArgument(text));
+    for (const NamedValue &key : namedValues(texts))
         keys.insert(key.name, parseJson(key.value, key.name));
-    }
     return keys;
 }
 

@@ -19,8 +19,10 @@ bool writeBuffered(QSaveFile &file)
 void writeAtomically(const QString &path, const std::function<bool(QIODevice &file)> &write)
 {
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || !write(file) || !writeBuffered(file) || !file.commit())
-        raiseUnwritable(path, file.errorString());
+    if (!file.open(QIODevice::WriteOnly))
+        raiseUnwritable(PathNotExist, path, file.errorString());
+    if (!write(file) || !writeBuffered(file) || !file.commit())
+        raiseUnwritable(DeviceOperationFailed, path, file.errorString());
 }
 
 bool writeAll(QIODevice &file, const QByteArray &bytes)
@@ -35,10 +37,9 @@ bool writeAll(QIODevice &file, const QByteArray &bytes)
     return true;
 }
 
-void raiseUnwritable(const QString &path, const QString &reason)
+void raiseUnwritable(ErrorCode code, const QString &path, const QString &reason)
 {
-    throw KvSyncTool::Exception(PathNotExist,
-                                QStringLiteral("%1 cannot be written: %2").arg(path, reason));
+    throw KvSyncTool::Exception(code, QStringLiteral("%1 cannot be written: %2").arg(path, reason));
 }
 
 } // namespace KvSyncCli

@@ -1,33 +1,36 @@
 #include "output/ScanFolder.h"
 
-#include "ImageFiles.h"
 #include "output/AtomicFile.h"
 
 #include <KvSyncTool/Exception.h>
 #include <QtCore/QFileInfo>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
 #include <QtCore/QRegularExpression>
 
 namespace KvSyncCli {
 
 ScanFolder::ScanFolder(const QString &path, bool replaceEarlier)
-    : folder(openOutputFolder(path))
-    , lockFile(folder.filePath(QStringLiteral("scan.lock")))
+    : folder(path)
+    , lockFile(dir().filePath(QStringLiteral("scan.lock")))
 {
     lock();
-    if (!replaceEarlier && (QFileInfo::exists(recordPath()) || !images().isEmpty()))
-        throw KvSyncTool::Exception(
-            InvalidParameter,
-            QStringLiteral("%1 holds an earlier scan; --overwrite replaces it").arg(path));
+    if (replaceEarlier || (!QFileInfo::exists(recordPath()) && images().isEmpty()))
+        return;
+    const QString what = wasCutShort() ? QStringLiteral("a scan that was cut short")
+                                       : QStringLiteral("an earlier scan");
+    throw KvSyncTool::Exception(
+        InvalidParameter, QStringLiteral("%1 holds %2; --overwrite replaces it").arg(path, what));
 }
 
 QString ScanFolder::recordPath() const
 {
-    return folder.filePath(QStringLiteral("scan.json"));
+    return dir().filePath(QStringLiteral("scan.json"));
 }
 
 QString ScanFolder::contactSheetPath() const
 {
-    return folder.filePath(QStringLiteral("contact-sheet.png"));
+    return dir().filePath(QStringLiteral("contact-sheet.png"));
 }
 
 QString ScanFolder::imageName(int frame, int camera)
@@ -43,9 +46,9 @@ QString ScanFolder::imageName(int frame, int camera, int place)
 void ScanFolder::removeImages()
 {
     for (const QString &name : images()) {
-        QFile file(folder.filePath(name));
+        QFile file(dir().filePath(name));
         if (!file.remove())
-            raiseUnwritable(file.fileName(), file.errorString());
+            raiseUnwritable(DeviceOperationFailed, file.fileName(), file.errorString());
     }
 }
 
@@ -55,7 +58,7 @@ QStringList ScanFolder::images() const
     static const QRegularExpression pattern(
         QStringLiteral("^(frame-(\\d{5}|-\\d{4})\\d*-camera-\\d+(-image-\\d+)?\\.png|"
                        "contact-sheet\\.png)(\\.[A-Za-z]{6})?$"));
-    return folder.entryList(QDir::Files).filter(pattern);
+    return dir().entryList(QDir::Files).filter(pattern);
 }
 
 // A scan may take days. Whether the process that holds the lock still runs is looked at all the
@@ -70,8 +73,18 @@ void ScanFolder::lock()
     QString program;
     if (lockFile.error() == QLockFile::LockFailedError &&
         lockFile.getLockInfo(&process, &host, &program))
-        raiseUnwritable(folder.path(), QStringLiteral("process %1 scans into it").arg(process));
-    raiseUnwritable(folder.path(), QStringLiteral("the folder cannot be locked"));
+        raiseUnwritable(PathNotExist, dir().path(),
+                        QStringLiteral("process %1 scans into it").arg(process));
+    raiseUnwritable(PathNotExist, dir().path(), QStringLiteral("the folder cannot be locked"));
+}
+
+// Nobody else holds the lock, so a scan that still runs by its record has none to end it.
+bool ScanFolder::wasCutShort() const
+{
+    QFile record(recordPath());
+    return record.open(QIODevice::ReadOnly) &&
+           QJsonDocument::fromJson(record.readAll()).object().value(QStringLiteral("reason")) ==
+               QJsonValue(QStringLiteral("running"));
 }
 
 } // namespace KvSyncCli

@@ -1,7 +1,8 @@
 #ifndef KVSYNC_SCANFOLDER_H
 #define KVSYNC_SCANFOLDER_H
 
-#include <QtCore/QDir>
+#include "output/OutputFolder.h"
+
 #include <QtCore/QLockFile>
 
 namespace KvSyncCli {
@@ -15,7 +16,7 @@ public:
     /// not be replaced.
     ScanFolder(const QString &path, bool replaceEarlier);
 
-    const QDir &dir() const { return folder; }
+    const QDir &dir() const { return folder.dir(); }
     QString recordPath() const;
     QString contactSheetPath() const;
     static QString imageName(int frame, int camera);
@@ -24,14 +25,15 @@ public:
     static QString imageName(int frame, int camera, int place);
 
     /// Removes an earlier scan's images and contact sheet, and what a process that was killed left
-    /// of them; nothing else, and not its record. Throws `PathNotExist`.
+    /// of them; nothing else, and not its record. Throws `DeviceOperationFailed`.
     void removeImages();
 
 private:
     QStringList images() const;
     void lock();
+    bool wasCutShort() const;
 
-    const QDir folder;
+    const OutputFolder folder;
     QLockFile lockFile;
 };
 

@@ -2,8 +2,12 @@
 
 #include "output/AtomicFile.h"
 
+#include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
-#include <QtCore/QStringList>
+#include <QtCore/QSize>
+
+#include <algorithm>
+#include <functional>
 
 namespace KvSyncCli {
 
@@ -51,6 +55,7 @@ QJsonObject headJson(const ScanRecord &record)
         head.insert(QLatin1String(key), record.account.value(QLatin1String(key)));
     head.insert(QStringLiteral("delivered"), record.frames);
     head.insert(QStringLiteral("balanced"), record.isBalanced());
+    head.insert(QStringLiteral("warnings"), QJsonArray::fromStringList(record.warnings()));
     head.insert(QStringLiteral("seconds"), record.seconds());
     head.insert(QStringLiteral("framesPerSecond"), record.framesPerSecond());
     if (record.hasContactSheet)
@@ -83,6 +88,40 @@ QString droppedText(const QJsonObject &account)
                             : QStringLiteral(" (%1)").arg(causes.join(QStringLiteral(", ")));
 }
 
+// As the device tells them; those of a device that does not are taken from the scan's first frame.
+QList<QSize> cameraSizes(const ScanRecord &record)
+{
+    QList<QSize> sizes;
+    const QJsonArray cameras = record.facts.value(QStringLiteral("device"))
+                                   .toObject()
+                                   .value(QStringLiteral("cameras"))
+                                   .toArray();
+    for (const QJsonValue &each : cameras)
+        sizes.append({number(each.toObject(), "width"), number(each.toObject(), "height")});
+    for (const ImageEntry &image : record.images)
+        if (cameras.isEmpty() && image.frame == record.images.front().frame)
+            sizes.append({image.width, image.height});
+    return sizes;
+}
+
+QString imagesText(const std::deque<ImageEntry> &images,
+                   const std::function<bool(const ImageEntry &image)> &isOdd, const QString &text)
+{
+    const auto first = std::find_if(images.begin(), images.end(), isOdd);
+    if (first == images.end())
+        return {};
+    return text.arg(std::count_if(first, images.end(), isOdd)).arg(first->frame).arg(first->camera);
+}
+
+QString lackingText(const ScanRecord &record)
+{
+    const int frames =
+        number(record.account.value(QStringLiteral("causes")).toObject(), "unusable");
+    return frames == 0 ? QString()
+                       : QStringLiteral("frames dropped for lack of an image or its pixels: %1")
+                             .arg(frames);
+}
+
 } // namespace
 
 double ScanRecord::seconds() const
@@ -98,6 +137,29 @@ double ScanRecord::framesPerSecond() const
 bool ScanRecord::isBalanced() const
 {
     return number(account, "produced") == frames + number(account, "dropped");
+}
+
+QStringList ScanRecord::warnings() const
+{
+    const QList<QSize> sizes = cameraSizes(*this);
+    const QString texts[] = {
+        lackingText(*this),
+        imagesText(
+            images, [](const ImageEntry &image) { return !image.failure.isEmpty(); },
+            QStringLiteral("images that could not be used: %1, the first of frame %2, camera %3")),
+        imagesText(
+            images,
+            [&](const ImageEntry &image) {
+                return image.failure.isEmpty() && !sizes.contains(QSize(image.width, image.height));
+            },
+            QStringLiteral("images of another size than the cameras have: %1, the first of frame "
+                           "%2, camera %3")),
+    };
+    QStringList all;
+    for (const QString &each : texts)
+        if (!each.isEmpty())
+            all.append(each);
+    return all;
 }
 
 void writeRecord(const QString &path, const ScanRecord &record)
@@ -135,6 +197,8 @@ QString recordText(const ScanRecord &record)
         text += QStringLiteral("%1 frames a second, over %2 s from the first to the last\n")
                     .arg(record.framesPerSecond(), 0, 'f', 1)
                     .arg(record.seconds(), 0, 'f', 2);
+    for (const QString &warning : record.warnings())
+        text += QStringLiteral("warning: %1\n").arg(warning);
     return text + QStringLiteral("%1 images").arg(written);
 }
 

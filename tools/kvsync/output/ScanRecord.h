@@ -4,6 +4,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QJsonObject>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 #include <deque>
 
@@ -40,6 +41,8 @@ struct ScanRecord
     double seconds() const;
     /// Counted over the intervals between frames; 0 if there is none.
     double framesPerSecond() const;
+    /// What is wrong with images or frames, a sentence each; none if all is well.
+    QStringList warnings() const;
     /// Whether every frame that the plug-in counted came here or was dropped for a cause.
     bool isBalanced() const;
 };

@@ -1,5 +1,6 @@
 #include "session/Interruption.h"
 
+#include "Failure.h"
 #include "session/SignalWatch.h"
 
 #include <utility>
@@ -35,6 +36,9 @@ bool Interruption::begin(int signalNumber)
     if (endings.empty())
         return false;
     number = signalNumber;
+    // What is under way may hang, and closing too.
+    printFailure(QStringLiteral("%1: closing what is open; a second one ends at once")
+                     .arg(signalName(signalNumber)));
     for (const Ending *const each : endings)
         each->end();
     return true;
