@@ -6,13 +6,10 @@
 
 include(GoogleTest)
 
-# Each test in a process of its own shows that none needs another; where processes are dear, under
-# Wine and the sanitizers, a program runs all of its tests.
-if(CMAKE_CROSSCOMPILING OR KVSYNC_SANITIZERS)
-  set(tests_alone OFF)
-else()
-  set(tests_alone ON)
-endif()
+# Each test in a process of its own shows that none needs another; once is enough, so only the preset
+# "dev" asks for it. Elsewhere, above all under Wine and the sanitizers, where processes are dear, a
+# program runs all of its tests.
+option(KVSYNC_TESTS_ALONE "Run each test in a process of its own" OFF)
 
 # What scripts need that build a project outside this build (tests/package/OutsideProject.cmake).
 string(REPLACE ";" "\\;" prefix_path "${CMAKE_PREFIX_PATH}")
@@ -43,7 +40,11 @@ endfunction()
 function(kvsync_add_test)
   cmake_parse_arguments(PARSE_ARGV 0 arg "" "NAME" "SOURCES;LIBRARIES")
   kvsync_add_test_program(${ARGV})
-  if(tests_alone)
+  # scripts/test.sh quick chooses programs by the folder of their sources below tests/.
+  cmake_path(RELATIVE_PATH CMAKE_CURRENT_SOURCE_DIR
+    BASE_DIRECTORY "${PROJECT_SOURCE_DIR}/tests" OUTPUT_VARIABLE folder)
+  set_property(GLOBAL APPEND PROPERTY KVSYNC_TEST_PROGRAMS "${folder} ${arg_NAME}")
+  if(KVSYNC_TESTS_ALONE)
     gtest_discover_tests(${arg_NAME}
       DISCOVERY_MODE PRE_TEST
       NO_PRETTY_VALUES

@@ -10,21 +10,14 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 scripts/setup.sh
 use_ccache
 
-echo "== clang-format"
-git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
-
-echo "== shellcheck"
-git ls-files '*.sh' .ci/run | xargs shellcheck -x
-
-echo "== clang-tidy"
-# How files are compiled is known once the preset is configured; nothing needs to be built. Generated
-# code is left out; a file counts once, however many targets compile it.
-configure dev
-log=build/dev/clang-tidy.log
-run-clang-tidy -p build/dev -j "$(nproc)" -quiet \
-    -extra-arg=-Wno-gnu-zero-variadic-macro-arguments \
-    "^$PWD/(src|support|simulator|plugins|tools)/.*\\.cpp\$" >"$log" 2>&1 || {
-    # What is no finding, such as a tool that is missing, stands at the end.
-    grep -E '(error|warning):' "$log" | sort -u || tail -n 20 "$log"
-    exit 1
+check_format() { git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror; }
+check_scripts() { git ls-files '*.sh' .ci/run | xargs shellcheck -x; }
+check_code() {
+    # How files are compiled is known once the preset is configured; nothing needs to be built.
+    configure dev
+    scripts/tidy.sh
 }
+
+stage clang-format check_format
+stage shellcheck check_scripts
+stage clang-tidy check_code

@@ -1,51 +1,51 @@
 #!/usr/bin/env bash
 # Builds and runs the tests on this machine, setting it up first. Style is scripts/check.sh's affair.
-# Usage: scripts/test.sh [native|sanitizers|windows|all]   (default: native)
+# Usage: scripts/test.sh [quick|native|release|sanitizers|windows|all]   (default: native)
+#   quick: no set-up; builds and runs the test programs of what changed since the last commit
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 # shellcheck source=scripts/lib/common.sh
 . scripts/lib/common.sh
+# shellcheck source=scripts/lib/quick.sh
+. scripts/lib/quick.sh
 
 jobs=$(nproc)
 use_ccache
 
 # build PRESET [cmake options...]
 build() {
-    local preset=$1
-    shift
-    echo "== $preset: build"
-    configure "$preset" "$@"
-    cmake --build --preset "$preset" -j "$jobs"
+    configure "$@"
+    cmake --build --preset "$1" -j "$jobs"
 }
 
-# run_tests PRESET
-run_tests() {
-    echo "== $1: tests"
-    ctest --test-dir "build/$1" -j "$jobs" --output-on-failure --no-tests=error
+# build_and_test PRESET [cmake options...]
+build_and_test() {
+    stage "$1: build" build "$@"
+    stage "$1: tests" ctest --preset "$1" -j "$jobs"
 }
 
 native() {
     scripts/setup.sh
-    build dev
-    run_tests dev
+    build_and_test dev
+}
+
+release() {
+    scripts/setup.sh
+    build_and_test release
 }
 
 sanitizers() {
     scripts/setup.sh
-    build asan
-    run_tests asan
+    build_and_test asan
 
     local prefix
     prefix=$(scripts/setup-tsan.sh --print-prefix)
-    build tsan "-DCMAKE_PREFIX_PATH=$prefix"
-    # See docs/building.md: glibc would read the time zone under a lock that the sanitizer misses.
-    TZ=UTC run_tests tsan
+    build_and_test tsan "-DCMAKE_PREFIX_PATH=$prefix"
 }
 
 windows() {
     local prefix
     prefix=$(scripts/setup-windows.sh --print-prefix)
-    build windows "-DKVSYNC_WINDOWS_PREFIX=$prefix"
 
     # shellcheck source=scripts/lib/wine.sh
     . scripts/lib/wine.sh
@@ -54,20 +54,20 @@ windows() {
     wine_environment "$prefix"
     wine_start
     trap wine_stop EXIT
-    run_tests windows
+    build_and_test windows "-DKVSYNC_WINDOWS_PREFIX=$prefix"
+}
+
+all() {
+    native
+    release
+    sanitizers
+    windows
 }
 
 case ${1:-native} in
-    native) native ;;
-    sanitizers) sanitizers ;;
-    windows) windows ;;
-    all)
-        native
-        sanitizers
-        windows
-        ;;
+    quick | native | release | sanitizers | windows | all) "${1:-native}" ;;
     *)
-        echo "usage: scripts/test.sh [native|sanitizers|windows|all]" >&2
+        say "usage: scripts/test.sh [quick|native|release|sanitizers|windows|all]"
         exit 2
         ;;
 esac

@@ -62,3 +62,12 @@ configure() {
         return 1
     }
 }
+
+# stage NAME COMMAND...: says what begins and, at its end, how many seconds it took.
+stage() {
+    local name=$1 begin=$SECONDS
+    shift
+    echo "== $name"
+    "$@"
+    echo "   $name: $((SECONDS - begin)) s"
+}

@@ -96,10 +96,10 @@ function(check_cmake_variable name)
 endfunction()
 
 function(check_ctest_call)
-  if(NOT "${ARGN}" MATCHES "^--test-dir;build/([a-z-]+)$")
+  if(NOT "${ARGN}" MATCHES "^--preset;([a-z-]+)$")
     fail("nothing is known about ctest's '${ARGN}'")
   endif()
-  check_preset(configure "${CMAKE_MATCH_1}")
+  check_preset(test "${CMAKE_MATCH_1}")
 endfunction()
 
 function(remember_sourced_file file)
