@@ -1,6 +1,6 @@
 // What docs/simulator.md says of the scanner, beside what the simulator has.
-#include "Settings.h"
 #include "render/Calibration.h"
+#include "render/CaptureSettings.h"
 #include "render/Projector.h"
 #include "render/Scene.h"
 

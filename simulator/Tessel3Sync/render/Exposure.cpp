@@ -171,7 +171,7 @@ bool Exposure::shows(const View *otherView, Channel otherChannel, const LightPow
 void Exposure::read(int frame, unsigned char *pixels) const
 {
     const auto picture = static_cast<std::uint64_t>(view->key.camera) * ChannelCount + channel;
-    Noise noise(scramble(view->key.seed, picture, static_cast<std::uint32_t>(frame)));
+    Noise noise(hash(view->key.seed, picture, static_cast<std::uint32_t>(frame)));
     for (std::size_t first = 0; first < levels.size(); first += Noise::blockSize) {
         const std::size_t count = std::min(Noise::blockSize, levels.size() - first);
         readPixels(levels.data() + first, spreads.data() + first, noise, count, pixels + first);

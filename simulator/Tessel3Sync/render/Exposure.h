@@ -2,7 +2,7 @@
 #ifndef TESSEL3SYNCSIMULATOR_EXPOSURE_H
 #define TESSEL3SYNCSIMULATOR_EXPOSURE_H
 
-#include "Settings.h"
+#include "render/CaptureSettings.h"
 #include "render/View.h"
 
 #include <array>

@@ -23,7 +23,7 @@ Noise::Noise(std::uint64_t seed)
     for (auto &words : state) {
         // Odd, since a generator whose words are all 0 would stay there.
         for (std::uint32_t &word : words)
-            word = static_cast<std::uint32_t>(scramble(seed, count++)) | 1;
+            word = static_cast<std::uint32_t>(hash(seed, count++)) | 1;
     }
 }
 

@@ -87,7 +87,7 @@ void Projector::lookAround(int newColumn, int newRow)
     for (int j = row - reach; j <= row + reach; ++j) {
         for (int i = column - reach; i <= column + reach; ++i) {
             const std::uint64_t dice =
-                scramble(seed, static_cast<std::uint32_t>(i), static_cast<std::uint32_t>(j));
+                hash(seed, static_cast<std::uint32_t>(i), static_cast<std::uint32_t>(j));
             const double radius = smallestDot + (largestDot - smallestDot) * fraction(dice, 2);
             const double wider = radius * radius + widening;
             const double power = 0.35 + 0.65 * fraction(dice, 3);

@@ -2,22 +2,22 @@
 
 namespace Tessel3SyncSimulator {
 
-void CallbackGate::call(Lock &lock, bool elsewhere, const std::function<void()> &callback)
+void CallbackGate::call(Lock &lock, bool onOtherThread, const std::function<void()> &callback)
 {
-    ++begun;
-    runs = true;
+    ++count;
+    running = true;
     thread = std::this_thread::get_id();
     lock.unlock();
-    if (elsewhere)
-        callElsewhere(*lock.mutex(), callback);
+    if (onOtherThread)
+        callOnOtherThread(*lock.mutex(), callback);
     else
         callback();
     lock.lock();
-    runs = false;
-    ended.notify_all();
+    running = false;
+    finished.notify_all();
 }
 
-void CallbackGate::callElsewhere(std::mutex &mutex, const std::function<void()> &callback)
+void CallbackGate::callOnOtherThread(std::mutex &mutex, const std::function<void()> &callback)
 {
     std::thread([&] {
         {
@@ -30,16 +30,17 @@ void CallbackGate::callElsewhere(std::mutex &mutex, const std::function<void()> 
 
 void CallbackGate::await(Lock &lock)
 {
-    if (isHere())
+    if (isInCallback())
         return;
-    // A later one is not waited for: it knows of what the caller has changed.
-    const auto running = begun;
-    ended.wait(lock, [&] { return !runs || begun != running; });
+    // Not for a later one: it knows of what the caller has changed.
+    const auto awaited = count;
+    finished.wait(lock, [&] { return !running || count != awaited; });
 }
 
-bool CallbackGate::isHere() const
+/// Whether the calling thread is inside a callback.
+bool CallbackGate::isInCallback() const
 {
-    return runs && thread == std::this_thread::get_id();
+    return running && thread == std::this_thread::get_id();
 }
 
 } // namespace Tessel3SyncSimulator

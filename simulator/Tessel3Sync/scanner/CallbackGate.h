@@ -2,7 +2,7 @@
 #ifndef TESSEL3SYNCSIMULATOR_CALLBACKGATE_H
 #define TESSEL3SYNCSIMULATOR_CALLBACKGATE_H
 
-#include "scanner/Lock.h"
+#include "scanner/TimeSource.h"
 
 #include <condition_variable>
 #include <functional>
@@ -14,22 +14,20 @@ namespace Tessel3SyncSimulator {
 class CallbackGate
 {
 public:
-    /// Calls back, on this thread or, as a hostile library would, on another.
-    void call(Lock &lock, bool elsewhere, const std::function<void()> &callback);
+    /// Runs a callback on this thread or, as a hostile library would, on another.
+    void call(Lock &lock, bool onOtherThread, const std::function<void()> &callback);
 
     /// Waits for the callback that is running, if any, unless called from it.
     void await(Lock &lock);
 
-    /// Whether the calling thread is inside a callback.
-    bool isHere() const;
-
 private:
-    void callElsewhere(std::mutex &mutex, const std::function<void()> &callback);
+    void callOnOtherThread(std::mutex &mutex, const std::function<void()> &callback);
+    bool isInCallback() const;
 
-    std::condition_variable ended;
-    bool runs = false;
-    std::thread::id thread;       ///< of the callback that runs or ran last
-    unsigned long long begun = 0; ///< so many so far
+    std::condition_variable finished;
+    bool running = false;
+    std::thread::id thread;       ///< of the callback that is running or ran last
+    unsigned long long count = 0; ///< of callbacks that were started
 };
 
 } // namespace Tessel3SyncSimulator

@@ -1,5 +1,5 @@
-// A delivery as it is planned: faults of the frame, and the number that it is told to have. Nothing
-// here knows of scanners, threads or time.
+// What one call of the scan callback hands over, and what a fault makes of it. Nothing here knows
+// of scanners, threads or time.
 #ifndef TESSEL3SYNCSIMULATOR_DELIVERY_H
 #define TESSEL3SYNCSIMULATOR_DELIVERY_H
 
@@ -9,7 +9,6 @@
 
 namespace Tessel3SyncSimulator {
 
-/// What one call of the scan callback hands over.
 struct Delivery
 {
     std::vector<unsigned char *> images;
@@ -17,12 +16,15 @@ struct Delivery
     int height = 0;
     std::vector<int> numbers; ///< one for each image
 
-    /// Buffers that the sizes told ask for, in the place of smaller ones.
+    /// Buffers as large as the reported size asks for, where the images are smaller.
     std::vector<std::vector<unsigned char>> enlarged;
 };
 
-/// Makes of a good delivery what is planned for its frame; the numbers stay.
-void alter(Delivery &delivery, const FrameFault &fault);
+/// Makes a good delivery the bad one that is planned for its frame. The numbers stay.
+void applyFault(Delivery &delivery, const FrameFault &fault);
+
+/// Turns every byte into its complement.
+void complement(unsigned char *bytes, std::size_t count);
 
 } // namespace Tessel3SyncSimulator
 

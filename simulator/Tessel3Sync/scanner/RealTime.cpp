@@ -19,18 +19,18 @@ void RealTime::pass(Lock &lock, Duration duration)
     lock.lock();
 }
 
-void RealTime::wake(Work &work)
+void RealTime::wake()
 {
     if (!thread.joinable())
-        thread = std::thread([this, &work] { run(work); });
+        thread = std::thread([this] { run(); });
     woken.notify_all();
 }
 
-void RealTime::run(Work &work)
+void RealTime::run()
 {
     Lock lock(mutex);
     for (;;)
-        await(lock, work.step(lock));
+        await(lock, work->step(lock));
 }
 
 void RealTime::await(Lock &lock, std::optional<TimePoint> until)

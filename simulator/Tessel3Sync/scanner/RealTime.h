@@ -8,10 +8,10 @@
 
 namespace Tessel3SyncSimulator {
 
-/// The time of the world, and the one thread that does the work in it.
+/// The time of the real world, and the one thread that does the work in it.
 ///
-/// The thread is begun by the first wake and kept, idle between scans, until the process ends. So a
-/// callback may end its own scan or connection without anyone having to wait for the thread that
+/// The thread is started by the first wake and kept, idle between scans, until the process ends. So
+/// a callback may end its own scan or connection without anyone having to wait for the thread that
 /// runs it. Nothing waits for the thread at the end of the process either (on Windows it is gone by
 /// then), and nothing that it uses is ever destroyed.
 class RealTime final : public TimeSource
@@ -21,13 +21,15 @@ public:
 
     TimePoint now() const override;
     void pass(Lock &lock, Duration duration) override;
-    void wake(Work &work) override;
+    void serve(Work &served) override { work = &served; }
+    void wake() override;
 
 private:
-    void run(Work &work);
+    void run();
     void await(Lock &lock, std::optional<TimePoint> until);
 
     std::mutex &mutex;
+    Work *work = nullptr;
     std::condition_variable woken;
     std::thread thread;
 };

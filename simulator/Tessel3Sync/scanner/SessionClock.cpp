@@ -9,7 +9,7 @@ namespace Tessel3SyncSimulator {
 int burstLength(std::uint32_t seed, int firstFrame)
 {
     const auto frame = static_cast<std::uint32_t>(firstFrame);
-    return 1 + static_cast<int>(scramble(seed, frame) % BufferedFrames);
+    return 1 + static_cast<int>(hash(seed, frame) % BufferedFrames);
 }
 
 SessionClock::SessionClock(TimePoint now, Duration framePeriod, DueConditions &asked,
@@ -17,14 +17,14 @@ SessionClock::SessionClock(TimePoint now, Duration framePeriod, DueConditions &a
     : conditions(asked)
     , account(counted)
     , period(std::max<Duration>(framePeriod, std::chrono::milliseconds(1)))
-    , stoodSince(now)
+    , pausedSince(now)
     , next(now + period)
 {
 }
 
 TimePoint SessionClock::scannerTime(TimePoint now) const
 {
-    return stoodSince.value_or(now) - stood;
+    return pausedSince.value_or(now) - pausedFor;
 }
 
 void SessionClock::advance(TimePoint now)
@@ -33,54 +33,53 @@ void SessionClock::advance(TimePoint now)
     if (then < next)
         return;
     const int last = number + 1 + static_cast<int>((then - next) / period);
-    const auto shown = std::make_shared<const Shot>(conditions.takeDown(number + 1, last));
+    const auto shown = std::make_shared<const Shot>(conditions.recordDue(number + 1, last));
     next += (last - number) * period;
     while (number < last)
-        becomeDue(shown);
+        addDue(shown);
 }
 
-void SessionClock::becomeDue(const std::shared_ptr<const Shot> &shown)
+void SessionClock::addDue(const std::shared_ptr<const Shot> &shown)
 {
     ++number;
-    if (burst == 0)
-        burst = conditions.isHostile() ? burstLength(shown->seed, number) : 1;
-    --burst;
-    held = burst == 0 ? 0 : held + 1;
+    if (burstRemaining == 0)
+        burstRemaining = conditions.isHostile() ? burstLength(shown->seed, number) : 1;
+    --burstRemaining;
+    heldBack = burstRemaining == 0 ? 0 : heldBack + 1;
     const FrameFault fault = conditions.faultOf(number);
-    waiting.push_back({number, numberTold(fault.numbering), shown, fault});
+    waiting.push_back({number, reportedNumber(fault.numbering), shown, fault});
     if (waiting.size() > BufferedFrames)
-        makeRoom();
+        dropOldest();
 }
 
 /// To be asked once for each frame, in order.
-int SessionClock::numberTold(Numbering numbering)
+int SessionClock::reportedNumber(Numbering numbering)
 {
     skipped += numbering == Numbering::Skipped ? 1 : 0;
-    int told = number + skipped - (swapped ? 1 : 0);
+    int reported = number + skipped - (swapped ? 1 : 0);
     swapped = numbering == Numbering::Swapped;
-    told += swapped ? 1 : 0;
-    return numbering == Numbering::Twice ? told - 1 : told;
+    reported += swapped ? 1 : 0;
+    return numbering == Numbering::Twice ? reported - 1 : reported;
 }
 
-/// The oldest goes; a planned loss of the connection stays, since it must come to pass.
-void SessionClock::makeRoom()
+/// A planned loss of the connection stays, since it must happen.
+void SessionClock::dropOldest()
 {
     auto lost = std::find_if(waiting.begin(), waiting.end(),
                              [](const DueFrame &frame) { return !frame.fault.disconnect; });
     if (lost == waiting.end())
         --lost;
-    if (std::distance(lost, waiting.end()) <= held)
-        --held;
-    countDropped(*lost, lateness());
+    if (std::distance(lost, waiting.end()) <= heldBack)
+        --heldBack;
+    countDropped(*lost, causeOfWaiting());
     waiting.erase(lost);
 }
 
-/// Who is to blame that frames wait.
-SessionClock::Cause SessionClock::lateness() const
+SessionClock::Cause SessionClock::causeOfWaiting() const
 {
     if (conditions.isHostBusy())
         return &Account::hostSlow;
-    return hand && hand->fault.delayMs > 0 ? &Account::planned : &Account::simulatorSlow;
+    return current && current->fault.delayMs > 0 ? &Account::planned : &Account::simulatorSlow;
 }
 
 void SessionClock::setPeriod(TimePoint now, Duration newPeriod)
@@ -90,56 +89,56 @@ void SessionClock::setPeriod(TimePoint now, Duration newPeriod)
     advance(now);
     period = newPeriod;
     next = scannerTime(now) + period;
-    burst = 0;
-    held = 0;
+    burstRemaining = 0;
+    heldBack = 0;
 }
 
-void SessionClock::standStill(TimePoint now)
+void SessionClock::pause(TimePoint now)
 {
     advance(now);
-    if (!stoodSince)
-        stoodSince = now;
+    if (!pausedSince)
+        pausedSince = now;
 }
 
-void SessionClock::goOn(TimePoint now)
+void SessionClock::resume(TimePoint now)
 {
-    if (stoodSince)
-        stood += now - *stoodSince;
-    stoodSince.reset();
+    if (pausedSince)
+        pausedFor += now - *pausedSince;
+    pausedSince.reset();
 }
 
 std::optional<TimePoint> SessionClock::nextDue() const
 {
-    return standsStill() ? std::nullopt : std::make_optional(next + stood);
+    return isPaused() ? std::nullopt : std::make_optional(next + pausedFor);
 }
 
-const DueFrame *SessionClock::takeUp(TimePoint now)
+const DueFrame *SessionClock::takeNext(TimePoint now)
 {
-    if (!hand && static_cast<int>(waiting.size()) > held) {
-        hand = std::move(waiting.front());
+    if (!current && static_cast<int>(waiting.size()) > heldBack) {
+        current = std::move(waiting.front());
         waiting.pop_front();
-        readyAt = now + std::chrono::milliseconds(hand->fault.delayMs);
+        readyAt = now + std::chrono::milliseconds(current->fault.delayMs);
     }
-    return hand ? &*hand : nullptr;
+    return current ? &*current : nullptr;
 }
 
 void SessionClock::deliver()
 {
     ++account.produced;
     ++account.delivered;
-    hand.reset();
+    current.reset();
 }
 
 void SessionClock::drop(Cause cause)
 {
-    countDropped(*hand, cause);
-    hand.reset();
+    countDropped(*current, cause);
+    current.reset();
 }
 
 void SessionClock::stop(TimePoint now)
 {
     advance(now);
-    if (hand)
+    if (current)
         drop(&Account::stopped);
     for (const DueFrame &frame : waiting)
         countDropped(frame, &Account::stopped);

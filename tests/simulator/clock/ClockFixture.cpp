@@ -1,6 +1,6 @@
 #include "ClockFixture.h"
 
-#include "Simulator.h"
+#include "api/Simulator.h"
 
 using namespace Tessel3Sync;
 using namespace Tessel3SyncSimulator;

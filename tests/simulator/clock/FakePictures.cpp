@@ -23,7 +23,7 @@ void FakePictures::prepare(const Shot &shot)
     readyAt = shot.tableDegrees;
 }
 
-PictureSource::Images &FakePictures::take(const Shot &shot)
+Images &FakePictures::take(const Shot &shot)
 {
     if (pictureMs)
         time.pass(pictureMs(shot.frame));

@@ -33,12 +33,12 @@ public:
 
     bool isReady(const Tessel3SyncSimulator::Shot &shot) const override;
     void prepare(const Tessel3SyncSimulator::Shot &shot) override;
-    Images &take(const Tessel3SyncSimulator::Shot &shot) override;
+    Tessel3SyncSimulator::Images &take(const Tessel3SyncSimulator::Shot &shot) override;
 
 private:
     VirtualTime &time;
     std::optional<double> readyAt;
-    Images images;
+    Tessel3SyncSimulator::Images images;
 };
 
 #endif

@@ -1,6 +1,6 @@
 #include "ScanPlayer.h"
 
-#include "Simulator.h"
+#include "api/Simulator.h"
 
 #include <algorithm>
 
@@ -146,7 +146,7 @@ std::vector<int> ScanPlayer::tableAngles(std::size_t frames)
     std::vector<int> all;
     while (all.size() < frames) {
         const int frame = static_cast<int>(all.size()) + 1;
-        all.push_back(static_cast<int>(Simulator::instance().tableAngleAt(frame)));
+        all.push_back(static_cast<int>(Simulator::instance().scanner().tableAngleAt(frame)));
     }
     return all;
 }

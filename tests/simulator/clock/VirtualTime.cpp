@@ -1,6 +1,6 @@
 #include "VirtualTime.h"
 
-#include "Simulator.h"
+#include "api/Simulator.h"
 
 #include <stdexcept>
 
@@ -33,12 +33,6 @@ void VirtualTime::pass(Lock &lock, Duration duration)
     lock.unlock();
     run(current + duration);
     lock.lock();
-}
-
-void VirtualTime::wake(Work &woken)
-{
-    work = &woken;
-    workAt = current;
 }
 
 void VirtualTime::run(TimePoint until)

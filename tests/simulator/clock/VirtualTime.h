@@ -27,7 +27,8 @@ public:
 
     TimePoint now() const override { return current; }
     void pass(Tessel3SyncSimulator::Lock &lock, Tessel3SyncSimulator::Duration duration) override;
-    void wake(Tessel3SyncSimulator::Work &woken) override;
+    void serve(Tessel3SyncSimulator::Work &served) override { work = &served; }
+    void wake() override { workAt = current; }
 
 private:
     void run(TimePoint until);

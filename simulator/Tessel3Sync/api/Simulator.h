@@ -1,0 +1,91 @@
+// The one simulator of the process: the scanner with its thread, what was scripted for it, and the
+// record of its calls.
+//
+// One mutex guards everything; it is released while host code runs, while pictures are made, and
+// while somebody waits.
+#ifndef TESSEL3SYNCSIMULATOR_SIMULATOR_H
+#define TESSEL3SYNCSIMULATOR_SIMULATOR_H
+
+#include "api/UserBlocks.h"
+#include "scanner/FrameThread.h"
+#include "scanner/Pictures.h"
+#include "scanner/RealTime.h"
+#include "scanner/Scanner.h"
+#include "script/CallRecorder.h"
+#include "script/FaultPlan.h"
+
+#include <string>
+
+namespace Tessel3SyncSimulator {
+
+/// But for instance() and enter(), the mutex must be held for every operation, as enter() gives it.
+class Simulator final : private ScanPlan
+{
+public:
+    /// Never destroyed: its thread may outlive the end of main().
+    static Simulator &instance();
+
+    ~Simulator() = delete;
+    Simulator(const Simulator &) = delete;
+    Simulator &operator=(const Simulator &) = delete;
+
+    /// Locks the mutex and does what has become due.
+    Lock enter();
+
+    Scanner &scanner() { return onlyScanner; }
+    CallRecorder &recorder() { return calls; }
+    UserBlocks &userBlocks() { return blocks; }
+
+    /// Lets time pass within a call, the mutex released.
+    void pass(Lock &lock, int milliseconds);
+
+    /// Waits for the callback that is running, if any, unless called from it; the mutex is released
+    /// meanwhile. To be called after a callback was replaced or a connection ended.
+    void awaitCallback(Lock &lock);
+
+    /// Ends the connection, and any that somebody else opens meanwhile; waits for a callback.
+    void disconnectAll(Lock &lock);
+
+    /// Begins anew, as the environment has it; waits for a callback.
+    void reset(Lock &lock);
+
+    // What is scripted: by the control header, whose script() goes first, and by the fault plan.
+
+    Script &script() { return scripted; }
+    void usePlan(const Script &replacement);
+    Answer answerTo(const std::string &function, int call) const;
+
+    /// Why the environment's plan cannot be used; empty if it can.
+    const std::string &planError() const { return error; }
+
+    /// Replaces time and pictures, before anything else has happened.
+    void useForTests(TimeSource &otherTime, PictureSource &otherPictures);
+
+private:
+    Simulator();
+
+    void readEnvironment();
+
+    // What the scanner asks
+    FrameFault faultOf(int frame) const override;
+    bool isHostile() const override { return scripted.hostile || plan.hostile; }
+    std::vector<StatusBytes> eventsAt(int frame) const override;
+    std::multimap<int, StatusBytes> timedEvents() const override;
+
+    std::mutex mutex;
+    RealTime realTime{mutex};
+    TimeSource *time = &realTime;
+    Scanner onlyScanner{realTime, *this};
+    Pictures pictures;
+    FrameThread frames{onlyScanner, pictures};
+
+    Script scripted;
+    Script plan;
+    std::string error;
+    CallRecorder calls;
+    UserBlocks blocks;
+};
+
+} // namespace Tessel3SyncSimulator
+
+#endif
