@@ -38,6 +38,41 @@ qint64 lost(const FrameAccount &account)
 
 } // namespace
 
+TEST(FrameAccount, TellsEachCauseAndAddsUp)
+{
+    FrameAccount account(7);
+    account.came(3);
+    account.dropped(DropCause::HostSlow, 4);
+    account.dropped(DropCause::Unusable);
+    account.dropped(DropCause::Stopped, 8);
+    account.delivered();
+    account.came(3);
+    EXPECT_EQ(account.toMap(),
+              (QVariantMap{{QStringLiteral("frames"), 7},
+                           {QStringLiteral("produced"), 16},
+                           {QStringLiteral("delivered"), 1},
+                           {QStringLiteral("dropped"), 15},
+                           {QStringLiteral("causes"), QVariantMap{{QStringLiteral("lost"), 2},
+                                                                  {QStringLiteral("hostSlow"), 4},
+                                                                  {QStringLiteral("unusable"), 1},
+                                                                  {QStringLiteral("stopped"), 8}}},
+                           {QStringLiteral("disordered"), 1}}));
+}
+
+TEST(FrameAccount, OfNoFramesIsEmpty)
+{
+    const QVariantMap empty = FrameAccount().toMap();
+    for (const char *const key : {"frames", "produced", "delivered", "dropped", "disordered"})
+        EXPECT_EQ(empty.value(QString::fromLatin1(key)), QVariant(0)) << key;
+}
+
+TEST(FrameAccount, NumbersInOrderLoseNothing)
+{
+    const FrameAccount account = accountOf({1, 2, 3});
+    EXPECT_EQ(lost(account), 0);
+    EXPECT_EQ(disordered(account), 0);
+}
+
 TEST(FrameAccount, CountsOnAfterTheHighestNumber)
 {
     const FrameAccount account = accountOf({highest, highest, 0});
@@ -72,4 +107,13 @@ TEST(FrameAccount, RemembersTheLatest64Gaps)
     EXPECT_EQ(lost(accountOf(numbers)), 65);
     numbers.back() = 3;
     EXPECT_EQ(lost(accountOf(numbers)), 64);
+}
+
+TEST(FrameAccount, NumbersInOrderPushNoGapOut)
+{
+    std::vector<int> numbers;
+    for (int number = 2; number <= 100; ++number)
+        numbers.push_back(number);
+    numbers.push_back(1);
+    EXPECT_EQ(lost(accountOf(numbers)), 0);
 }
