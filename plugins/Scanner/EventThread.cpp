@@ -2,16 +2,9 @@
 
 #include "Thrown.h"
 
-#include <chrono>
 #include <utility>
 
 namespace Scanner {
-
-namespace {
-
-constexpr std::chrono::milliseconds quietTime(250);
-
-} // namespace
 
 EventThread::EventThread(Maker threadMaker)
     : maker(std::move(threadMaker))
@@ -45,10 +38,11 @@ void EventThread::post(std::function<void()> event)
     changed.notify_one();
 }
 
-void EventThread::whenQuiet(std::function<void()> check)
+void EventThread::whenQuiet(std::chrono::milliseconds quiet, std::function<void()> check)
 {
     {
         const std::lock_guard<std::mutex> lock(mutex);
+        quietTime = quiet;
         quietCheck.swap(check);
     }
     changed.notify_one();

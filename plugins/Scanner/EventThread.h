@@ -1,6 +1,7 @@
 #ifndef SCANNER_EVENTTHREAD_H
 #define SCANNER_EVENTTHREAD_H
 
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <functional>
@@ -28,9 +29,8 @@ public:
     void start();
     /// From any thread; returns at once. Events wait until the thread is started.
     void post(std::function<void()> event);
-    /// Runs `check` whenever no event came for a quarter of a second, until another call; an empty
-    /// one ends that.
-    void whenQuiet(std::function<void()> check);
+    /// Runs `check` whenever no event came for so long, until another call; an empty one ends that.
+    void whenQuiet(std::chrono::milliseconds quiet, std::function<void()> check);
     /// Waits until every event that was posted has run; returns at once on the event thread, and if
     /// it was never started.
     void waitUntilIdle();
@@ -46,6 +46,7 @@ private:
     std::condition_variable changed;
     std::condition_variable idle;
     std::deque<Task> waiting;
+    std::chrono::milliseconds quietTime{0};
     Task quietCheck;
     bool isRunningTask = false;
     bool ending = false;

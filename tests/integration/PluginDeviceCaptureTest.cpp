@@ -295,6 +295,9 @@ TEST_F(PluginDeviceCapture, ACameraThatVanishesEndsTheScan)
     };
     expectFails(vanished, "Camera 0 gave no frame", "captureImage",
                 {handle, "scan", QVariantMap{{"frames", 5}}});
+    EXPECT_EQ(lastOf("scanEnded").value("reason"), QVariant("connectionLost"));
+    EXPECT_EQ(lastOf("scanEnded").value("text"),
+              QVariant("The connection to the device was lost during the scan"));
 }
 
 TEST_F(PluginDeviceCapture, OneScanRunsAtATime)

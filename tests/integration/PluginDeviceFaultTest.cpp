@@ -150,6 +150,14 @@ TEST_F(FaultyPluginDevice, SaysThatACameraGivesNoWholeImage)
     EXPECT_EQ(capture(handle, {{"frames", 1}}).size(), 1);
 }
 
+TEST_F(FaultyPluginDevice, AScanOfACameraThatCannotTellWhetherItIsConnectedFailed)
+{
+    const QVariant handle = call("openDevices", {plugin("BlindCamera")});
+    set(handle, "missing", "data");
+    EXPECT_THROW(capture(handle, {{"frames", 1}}), KvSyncTool::Exception);
+    EXPECT_EQ(lastOf("scanEnded").value("reason"), QVariant("failed"));
+}
+
 TEST_F(FaultyPluginDevice, ACameraThatThrowsWhenItShallRestIsUsedAndClosed)
 {
     const QVariant handle = call("openDevices", {plugin("BlindCamera")});

@@ -130,29 +130,11 @@ TEST_F(ScannerCapture, EndsWithTheScannerStoppedAndTheCallbackRemoved)
 
 TEST_F(ScannerCapture, ASilentScannerEndsTheScan)
 {
-    Simulator::script("EnableVideoTrigger", 1, {3, {}});
+    Simulator::setFaultPlan(R"({"faults": [{"everyFrame": 1, "drop": true}]})");
     expectThrows(CameraFailed,
                  QStringLiteral("The scanner fell silent: 0 of 2 frames came, then none for 50 ms"),
                  [&] { capture(with(frames(2), QStringLiteral("timeoutMs"), 50)); });
     expectStopped();
-}
-
-TEST_F(ScannerCapture, ARefusedCallbackEndsTheScan)
-{
-    Simulator::script("SetScanCallBackFunction", 1, {3, {}});
-    expectThrows(CameraFailed, QStringLiteral("The scanner refuses the scan callback"),
-                 [&] { capture(frames(1)); });
-    expectStopped(0);
-    EXPECT_EQ(capture(frames(1)).size(), 2);
-}
-
-TEST_F(ScannerCapture, FramesAfterACallbackThatCouldNotBeRemovedAreIgnored)
-{
-    Simulator::script("SetScanCallBackFunction", 2, {3, {}});
-    Simulator::script("EnableVideoTrigger", 2, {3, {}});
-    EXPECT_EQ(capture(frames(1)).size(), 2);
-    // The scanner goes on delivering; a new scan replaces the callback.
-    EXPECT_EQ(capture(frames(2)).size(), 4);
 }
 
 TEST_F(ScannerCapture, WhatASlotThrowsEndsTheScanAndReachesTheHost)

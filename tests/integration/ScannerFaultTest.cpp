@@ -1,6 +1,8 @@
 // What a scanner that loses frames and patience does to a host.
 #include "ScannerHost.h"
 
+#include <future>
+
 using namespace KvSyncTest;
 namespace Simulator = Tessel3SyncSimulator;
 
@@ -56,6 +58,34 @@ TEST_F(ScannerFault, StatusEventsReachTheHostOnAThreadOfThePluginsOwn)
     EXPECT_EQ(event.payload, (QVariantList{QVariantMap{{QStringLiteral("first"), 2},
                                                        {QStringLiteral("second"), 3}}}));
     EXPECT_NE(event.thread, std::this_thread::get_id());
+}
+
+TEST_F(ScannerFault, AtMost64StatusChangesWaitForASlowHostAndTheOthersAreCounted)
+{
+    constexpr int sent = 200;
+    const QString status = QStringLiteral("statusChanged");
+    std::promise<void> released;
+    std::shared_future<void> release = released.get_future().share();
+    reaction = [&](const ReceivedEvent &event) {
+        if (event.name == status && events(status).size() == 1)
+            release.wait();
+    };
+    Simulator::sendStatus(Simulator::ButtonEvent, 0);
+    ASSERT_TRUE(waitForEvents(status, 1));
+    for (int number = 1; number < sent; ++number)
+        Simulator::sendStatus(Simulator::ButtonEvent, static_cast<unsigned char>(number));
+    capture(frames(1)); // comes after them on the library's thread
+    released.set_value();
+    ASSERT_TRUE(waitForEvents(status, 1 + 64));
+    call(QStringLiteral("closeDevices"), {scannerHandle}); // none comes after it
+    const auto arrived = events(status);
+    ASSERT_EQ(arrived.size(), 1u + 64u);
+    const QVariantMap oldest = arrived.at(1).payload.value(0).toMap();
+    EXPECT_EQ(oldest.value(QStringLiteral("dropped")), QVariant(sent - 1 - 64));
+    EXPECT_EQ(oldest.value(QStringLiteral("second")), QVariant(sent - 64));
+    EXPECT_EQ(arrived.back().payload,
+              (QVariantList{QVariantMap{{QStringLiteral("first"), 3},
+                                        {QStringLiteral("second"), sent - 1}}}));
 }
 
 TEST_F(ScannerFault, HostileCallbacksEndWithEveryScan)

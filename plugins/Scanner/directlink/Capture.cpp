@@ -3,11 +3,9 @@
 #include "Errors.h"
 #include "FrameQueue.h"
 #include "ScanSession.h"
-#include "Thrown.h"
 
 #include <algorithm>
 #include <chrono>
-#include <exception>
 #include <optional>
 
 namespace Scanner {
@@ -18,7 +16,6 @@ using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 constexpr int longestTimeoutMs = 3600000;
-constexpr milliseconds quietTime(250);
 
 struct CaptureRequest
 {
@@ -42,42 +39,72 @@ struct CaptureRequest
     milliseconds limit{0};
 };
 
-/// The next frame, or none if it does not come in time. A scanner that is quiet for a while is
-/// asked whether it is still there.
-std::optional<Frame> nextFrame(FrameQueue &queue, DirectLink &link, milliseconds limit)
+class LinkFrames : public FrameSource
 {
-    const auto deadline = steady_clock::now() + limit;
-    while (true) {
-        const auto left = std::chrono::duration_cast<milliseconds>(deadline - steady_clock::now());
-        if (std::optional<Frame> frame = queue.next(std::min(left, quietTime)))
-            return frame;
-        if (const std::optional<ScanEnd> end = queue.cancelled())
-            raise(CameraFailed, end->text);
-        link.ifLost([&] { queue.cancel(lostConnection()); });
-        if (left <= quietTime && !queue.cancelled())
-            return std::nullopt;
+public:
+    LinkFrames(DirectLink &directLink, FrameReceiver &receiver, const CaptureRequest &request)
+        : link(directLink)
+        , queue(std::make_shared<FrameQueue>(request.frames))
+        , frames(request.frames)
+        , limit(request.limit)
+        , session(link, receiver, queue, request.scan)
+    {
     }
-}
 
-void receiveFrames(FrameQueue &queue, DirectLink &link, const CaptureRequest &request,
-                   const Publish &publish, QVariantList &images)
-{
-    for (int arrived = 0; arrived < request.frames; ++arrived) {
-        const std::optional<Frame> frame = nextFrame(queue, link, request.limit);
+    QVariantList next() override
+    {
+        const std::optional<Frame> frame = awaitFrame();
         if (!frame)
             raise(CameraFailed,
                   QStringLiteral("The scanner fell silent: %1 of %2 frames came, then none for "
                                  "%3 ms")
                       .arg(arrived)
-                      .arg(request.frames)
-                      .arg(request.limit.count()));
-        const QVariantList maps = imageMaps(*frame, queue.start());
-        if (request.keep)
-            images += maps;
-        publish(QStringLiteral("frameArrived"), maps);
-        publish(QStringLiteral("progress"), {queue.account().toMap()});
+                      .arg(frames)
+                      .arg(limit.count()));
+        ++arrived;
+        return imageMaps(*frame, queue->start());
     }
-}
+
+    void stop() override
+    {
+        queue->close();
+        session.stop();
+    }
+
+    ScanEnd thrownEnd() override
+    {
+        const std::optional<ScanEnd> end = queue->cancelled();
+        return end ? *end : endOfThrown(link);
+    }
+
+    FrameAccount account() const override { return queue->account(); }
+
+private:
+    /// The next frame, or none if it does not come in time. A scanner that is quiet for a while is
+    /// asked whether it is still there.
+    std::optional<Frame> awaitFrame()
+    {
+        const auto deadline = steady_clock::now() + limit;
+        while (true) {
+            const auto left =
+                std::chrono::duration_cast<milliseconds>(deadline - steady_clock::now());
+            if (std::optional<Frame> frame = queue->next(std::min(left, quietTime)))
+                return frame;
+            if (const std::optional<ScanEnd> end = queue->cancelled())
+                raise(CameraFailed, end->text);
+            link.ifLost([this] { queue->cancel(lostConnection()); });
+            if (left <= quietTime && !queue->cancelled())
+                return std::nullopt;
+        }
+    }
+
+    DirectLink &link;
+    const std::shared_ptr<FrameQueue> queue;
+    const int frames;
+    const milliseconds limit;
+    int arrived = 0;
+    ScanSession session;
+};
 
 } // namespace
 
@@ -85,24 +112,8 @@ QVariantList captureScan(DirectLink &link, FrameReceiver &receiver, const QVaria
                          const Publish &publish)
 {
     const CaptureRequest request(Parameters(parameters), link);
-    const auto queue = std::make_shared<FrameQueue>(request.frames);
-    QVariantList images;
-    ScanEnd end;
-    std::exception_ptr thrown;
-    {
-        const ScanSession session(link, receiver, queue, request.scan);
-        try {
-            receiveFrames(*queue, link, request, publish, images);
-        } catch (...) {
-            thrown = std::current_exception();
-            end = queue->cancelled().value_or(ScanEnd{EndReason::Failed, thrownText()});
-        }
-    }
-    queue->close();
-    publishEnd(publish, end, queue->account());
-    if (thrown)
-        std::rethrow_exception(thrown);
-    return images;
+    LinkFrames source(link, receiver, request);
+    return runScan(source, request.frames, request.keep, publish);
 }
 
 } // namespace Scanner

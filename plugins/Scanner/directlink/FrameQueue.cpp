@@ -10,12 +10,6 @@ constexpr std::size_t mostWaiting = 8;
 
 } // namespace
 
-ScanEnd lostConnection()
-{
-    return {EndReason::ConnectionLost,
-            QStringLiteral("The connection to the scanner was lost during the scan")};
-}
-
 FrameQueue::FrameQueue(int framesAskedFor)
     : framesAsked(framesAskedFor)
     , frames(framesAskedFor)

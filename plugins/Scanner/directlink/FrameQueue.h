@@ -15,9 +15,6 @@ namespace Scanner {
 /// Stands for a number of frames asked for.
 constexpr int withoutEnd = 0;
 
-/// How a scan ends whose scanner is gone.
-ScanEnd lostConnection();
-
 /// The frames of one scan on their way from the library's thread to the one that gives them to the
 /// host: a few at most, since the host may be slow. It keeps the scan's account.
 class FrameQueue : public FrameSink

@@ -2,7 +2,7 @@
 #define SCANNER_FRAMERECEIVER_H
 
 #include "Frame.h"
-#include "ScanEnd.h"
+#include "Scan.h"
 
 #include <memory>
 #include <mutex>

@@ -94,12 +94,13 @@ void switchLasersOff(DeviceController &controller)
 ScanLight ScanLight::from(const Parameters &parameters)
 {
     ScanLight light;
+    const QVariantMap switches = parameters.map(QStringLiteral("switch"));
+    light.asked = parameters.has(QStringLiteral("pattern")) || !switches.isEmpty();
     if (parameters.has(QStringLiteral("pattern"))) {
         light.pattern = parameters.text(QStringLiteral("pattern"));
         patternNamed(light.pattern);
     }
-    const QVariantMap asked = parameters.map(QStringLiteral("switch"));
-    for (auto entry = asked.begin(); entry != asked.end(); ++entry) {
+    for (auto entry = switches.begin(); entry != switches.end(); ++entry) {
         rowNamed(lasers, entry.key(), QStringLiteral("laser"));
         light.switches.insert(entry.key(),
                               flagFrom(entry.value(), QStringLiteral("\"%1\"").arg(entry.key())));
@@ -114,18 +115,20 @@ QStringList ScanLight::keys()
 
 void ScanLight::apply(DirectLink &link) const
 {
-    if (!pattern.isEmpty())
-        projectPattern(link, pattern);
+    projectPattern(link, pattern);
     for (auto laser = switches.begin(); laser != switches.end(); ++laser)
         switchFlag(link, laser.key(), laser.value());
 }
 
-void ScanLight::end(DeviceController &controller) const
+ErrorCode ScanLight::end(DeviceController &controller) const
 {
+    ErrorCode first = Success;
     for (const Flag &laser : lasers) {
-        if (switches.value(laser.name, false))
-            set(controller, laser, false);
+        const ErrorCode result =
+            switches.value(laser.name, false) ? set(controller, laser, false) : Success;
+        first = first == Success ? result : first;
     }
+    return first;
 }
 
 } // namespace Scanner

@@ -22,7 +22,7 @@ void switchLightOff(DirectLink &link);
 /// Lasers off, whatever the scanner says to it.
 void switchLasersOff(KvSyncCore::DeviceController &controller);
 
-/// The light that a scan is asked to have; what is not asked for is as the scan starts it.
+/// The light of a scan: speckle without the infrared laser, unless asked otherwise.
 class ScanLight
 {
 public:
@@ -31,15 +31,16 @@ public:
     static ScanLight from(const Parameters &parameters);
     static QStringList keys();
 
-    bool isAsked() const { return !pattern.isEmpty() || !switches.isEmpty(); }
+    bool isAsked() const { return asked; }
     /// Throws as projectPattern and switchFlag do.
     void apply(DirectLink &link) const;
     /// Switches those lasers off that the scan switched on.
-    void end(KvSyncCore::DeviceController &controller) const;
+    ErrorCode end(KvSyncCore::DeviceController &controller) const;
 
 private:
-    QString pattern;
-    QMap<QString, bool> switches;
+    bool asked = false;
+    QString pattern = QStringLiteral("speckle");
+    QMap<QString, bool> switches{{QStringLiteral("infraredLaser"), false}};
 };
 
 } // namespace Scanner

@@ -74,13 +74,13 @@ void LinkDevice::startThread()
 void LinkDevice::close()
 {
     const QuietEnd end{events};
-    endScan(QStringLiteral("The scanner was closed during the scan"));
+    endScanQuietly(QStringLiteral("The scanner was closed during the scan"));
     link.close(DirectLink::handle);
 }
 
 void LinkDevice::reset()
 {
-    endScan(QStringLiteral("The scanner was reset during the scan"));
+    endScanQuietly(QStringLiteral("The scanner was reset during the scan"));
     link.reset(DirectLink::handle);
 }
 
@@ -183,8 +183,19 @@ QVariant LinkDevice::writeUserInformation(const QVariantList &arguments)
 /// Whatever scan runs. One that captureImage runs ends in its own thread.
 FrameAccount LinkDevice::endScan(const QString &text)
 {
-    receiver.cancel({EndReason::Stopped, text});
-    return stream.finish();
+    const ScanEnd end{EndReason::Stopped, text};
+    const FrameAccount account = stream.stop(end);
+    receiver.cancel(end);
+    return account;
+}
+
+void LinkDevice::endScanQuietly(const QString &text)
+{
+    try {
+        endScan(text);
+    } catch (const KvSyncTool::Exception &) {
+        // What comes next stops the scanner too, or fails with a reason of its own.
+    }
 }
 
 void LinkDevice::endScanIfLost()
@@ -193,19 +204,21 @@ void LinkDevice::endScanIfLost()
     stream.finish();
 }
 
+void LinkDevice::passStatus()
+{
+    // It may tell that the connection was lost; whoever hears of it finds that settled.
+    endScanIfLost();
+    publish(QStringLiteral("statusChanged"), {status.pop()});
+}
+
 void LinkDevice::receiveStatus(const void *const &context, const unsigned char &first,
                                const unsigned char &second) noexcept
 {
     runLogged("A status event of the scanner", [&] {
         // The library holds the context as the pointer that open gave it, and only passes it on.
         auto *const self = static_cast<LinkDevice *>(const_cast<void *>(context));
-        const QVariantList payload{QVariantMap{{QStringLiteral("first"), int(first)},
-                                               {QStringLiteral("second"), int(second)}}};
-        self->events.post([self, payload] {
-            // It may tell that the connection was lost; whoever hears of it finds that settled.
-            self->endScanIfLost();
-            self->publish(QStringLiteral("statusChanged"), payload);
-        });
+        if (self->status.push(first, second))
+            self->events.post([self] { self->passStatus(); });
     });
 }
 

@@ -7,6 +7,7 @@
 #include "FrameReceiver.h"
 #include "Publish.h"
 #include "Settings.h"
+#include "StatusQueue.h"
 #include "Stream.h"
 
 namespace Scanner {
@@ -59,7 +60,9 @@ private:
     static void receiveStatus(const void *const &context, const unsigned char &first,
                               const unsigned char &second) noexcept;
     void startThread();
+    void passStatus();
     FrameAccount endScan(const QString &text);
+    void endScanQuietly(const QString &text);
     void endScanIfLost();
     QVariant startScan(const QVariantList &arguments);
     QVariant stopScan(const QVariantList &arguments);
@@ -70,6 +73,7 @@ private:
     const Publish publish;
     DirectLink link;
     FrameReceiver receiver;
+    StatusQueue status;
     Stream stream;
     Settings settings;
     EventThread events; ///< ends first: what it runs uses the others

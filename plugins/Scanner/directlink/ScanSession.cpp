@@ -1,8 +1,10 @@
 #include "ScanSession.h"
 
 #include "Errors.h"
+#include "Thrown.h"
 
 #include <utility>
+#include <vector>
 
 namespace Scanner {
 
@@ -14,6 +16,18 @@ constexpr int longestPeriodMs = 60000;
 constexpr int colorlessMode = 1;
 constexpr int highestColorMode = 255;
 
+// What the link's own startScan sends.
+constexpr int scanRoute = 2;
+constexpr int scanStrobe = 4;
+constexpr int scanDistance = 3;
+constexpr int projectorOff = 0;
+
+ErrorCode runCommand(DeviceController &controller, const char *command,
+                     QMap<QString, QVariant> parameters)
+{
+    return controller.executeCommand(DirectLink::handle, QString::fromLatin1(command), parameters);
+}
+
 int presentPeriodMs(DirectLink &link)
 {
     int periodMs = 0;
@@ -22,9 +36,9 @@ int presentPeriodMs(DirectLink &link)
     return periodMs;
 }
 
-// Stopping goes by the color mode; a scan without color is started in mode 1.
-int colorModeFrom(const Parameters &parameters, bool color)
+int triggerModeFrom(const Parameters &parameters)
 {
+    const bool color = parameters.flag(QStringLiteral("color"), false);
     const QString key = QStringLiteral("colorMode");
     const auto mode = parameters.optionalWholeNumber(key, 0, highestColorMode);
     if (mode && !color)
@@ -34,13 +48,25 @@ int colorModeFrom(const Parameters &parameters, bool color)
 
 } // namespace
 
+ScanEnd lostConnection()
+{
+    return {EndReason::ConnectionLost,
+            QStringLiteral("The connection to the scanner was lost during the scan")};
+}
+
+ScanEnd endOfThrown(DirectLink &link)
+{
+    ScanEnd end{EndReason::Failed, thrownText()};
+    link.ifLost([&end] { end = lostConnection(); });
+    return end;
+}
+
 ScanRequest ScanRequest::from(const Parameters &parameters, DirectLink &link)
 {
     const auto periodMs =
         parameters.optionalWholeNumber(QStringLiteral("periodMs"), 1, longestPeriodMs);
     ScanRequest request;
-    request.color = parameters.flag(QStringLiteral("color"), false);
-    request.colorMode = colorModeFrom(parameters, request.color);
+    request.triggerMode = triggerModeFrom(parameters);
     request.light = ScanLight::from(parameters);
     request.periodMs = periodMs ? *periodMs : presentPeriodMs(link);
     return request;
@@ -68,59 +94,83 @@ ScanSession::ScanSession(DirectLink &directLink, FrameReceiver &frameReceiver,
     : ScanSession(directLink, frameReceiver, std::move(sink), scanRequest, Claimed())
 {
     link.requireConnection();
-    if (request.light.isAsked()) {
-        startInOtherLight();
-    } else {
-        setCallback(reinterpret_cast<void *>(&FrameReceiver::receive));
-        start();
-    }
+    start();
 }
 
 ScanSession::~ScanSession()
 {
-    link.callIfOpen([this](DeviceController &c) {
-        c.stopScan();
-        c.setScanCallback(DirectLink::handle, nullptr, nullptr);
-        request.light.end(c);
-    });
-    receiver.end();
+    try {
+        stop();
+    } catch (const KvSyncTool::Exception &) {
+        // Another failure tells the host.
+    }
 }
 
-void ScanSession::setCallback(void *function)
-{
-    link.run(QStringLiteral("The scanner refuses the scan callback"), [&](DeviceController &c) {
-        return c.setScanCallback(DirectLink::handle, function, function ? &receiver : nullptr);
-    });
-}
-
+/// The steps of the link's own startScan, in its order. That one passes over what the scanner
+/// refuses, and the host would wait in vain for frames, or for the light that it asked for.
 void ScanSession::start()
 {
-    QMap<QString, QVariant> parameters{{QStringLiteral("bEnableColor"), request.color},
-                                       {QStringLiteral("colorMode"), request.colorMode},
-                                       {QStringLiteral("iPeriod"), request.periodMs}};
-    link.run({}, [&](DeviceController &c) { return c.startScan(parameters); });
+    link.run(QStringLiteral("The scanner refuses to let its trigger control the strobe"),
+             [](DeviceController &c) {
+                 return runCommand(c, "SetStrobeControlledByTrigger",
+                                   {{QStringLiteral("controlRoute"), scanRoute},
+                                    {QStringLiteral("strobeState"), scanStrobe}});
+             });
+    link.run(QStringLiteral("The scanner refuses to indicate the distance"),
+             [](DeviceController &c) { return c.setDistanceIndicate(scanDistance); });
+    request.light.apply(link);
+    // A host may have left the trigger on, and frames in another light may be on their way.
+    if (request.light.isAsked())
+        switchTrigger(false);
+    link.run(QStringLiteral("The scanner refuses the scan callback"), [this](DeviceController &c) {
+        return c.setScanCallback(DirectLink::handle,
+                                 reinterpret_cast<void *>(&FrameReceiver::receive), &receiver);
+    });
+    switchTrigger(true);
+    link.run(QStringLiteral("The scanner refuses a period of %1 ms").arg(request.periodMs),
+             [this](DeviceController &c) { return c.setVideoTriggerPeriod(request.periodMs); });
 }
 
-/// The link starts a scan in a light of its own, and frames in that light may be on their way when
-/// the other light is on. So the trigger runs without a callback until then, and is started anew.
-void ScanSession::startInOtherLight()
+void ScanSession::stop()
 {
-    setCallback(nullptr);
-    start();
-    request.light.apply(link);
-    switchTrigger(false);
-    setCallback(reinterpret_cast<void *>(&FrameReceiver::receive));
-    switchTrigger(true);
+    if (isStopped)
+        return;
+    isStopped = true;
+    struct Step
+    {
+        ErrorCode result;
+        const char *refusal;
+    };
+    std::vector<Step> steps;
+    link.callIfOpen([&](DeviceController &c) {
+        steps = {{setTrigger(c, false), "The scanner refuses to stop its trigger"},
+                 {runCommand(c, "Project", {{QStringLiteral("projectWorkType"), projectorOff}}),
+                  "The scanner refuses to switch its projector off"},
+                 {c.setScanCallback(DirectLink::handle, nullptr, nullptr),
+                  "The scanner refuses to remove the scan callback"},
+                 {request.light.end(c), "The scanner refuses to switch its lasers off"}};
+    });
+    receiver.end();
+    for (const Step &step : steps) {
+        if (step.result == Success)
+            continue;
+        link.requireConnection();
+        raise(step.result, QString::fromLatin1(step.refusal));
+    }
 }
 
 void ScanSession::switchTrigger(bool on)
 {
-    QMap<QString, QVariant> parameters{{QStringLiteral("cameraTriggerMode"), request.colorMode},
-                                       {QStringLiteral("bEnable"), on}};
-    link.run(QStringLiteral("The scanner refuses to switch \"trigger\""), [&](DeviceController &c) {
-        return c.executeCommand(DirectLink::handle, QStringLiteral("EnableVideoTrigger"),
-                                parameters);
-    });
+    link.run(on ? QStringLiteral("The scanner refuses to start its trigger")
+                : QStringLiteral("The scanner refuses to stop its trigger"),
+             [&](DeviceController &c) { return setTrigger(c, on); });
+}
+
+ErrorCode ScanSession::setTrigger(DeviceController &controller, bool on) const
+{
+    return runCommand(controller, "EnableVideoTrigger",
+                      {{QStringLiteral("cameraTriggerMode"), request.triggerMode},
+                       {QStringLiteral("bEnable"), on}});
 }
 
 } // namespace Scanner

@@ -6,16 +6,24 @@
 #include "Light.h"
 #include "Parameters.h"
 
+#include <chrono>
 #include <memory>
 
 namespace Scanner {
+
+/// A scanner that is quiet for so long during a scan is asked whether it is still there.
+constexpr std::chrono::milliseconds quietTime(250);
+
+/// How a scan ends whose scanner is gone.
+ScanEnd lostConnection();
+/// How a scan ended by the exception that is being handled: it failed, unless the scanner is gone.
+ScanEnd endOfThrown(DirectLink &link);
 
 /// How a scan runs, as a host asks for it.
 struct ScanRequest
 {
     int periodMs = 0;
-    bool color = false;
-    int colorMode = 0;
+    int triggerMode = 1; ///< the color mode, or 1 without color
     ScanLight light;
 
     /// Reads "periodMs" (from 1; the scanner's present period if missing), "color" (false if
@@ -25,18 +33,24 @@ struct ScanRequest
 };
 
 /// A running scan. From its construction on frames go to the sink, none of them in another light
-/// than the one asked for; its end, on every path, stops the scanner, removes the callback and
-/// switches the lasers off that the scan switched on.
+/// than the one asked for. Its end stops the scanner, removes the callback and switches the lasers
+/// off that the scan switched on.
 class ScanSession
 {
 public:
     /// Throws `CameraFailed` if a scan is running or the library refuses the callback,
-    /// `ConnectFailed` if the connection is lost, and what ScanLight throws.
+    /// `ConnectFailed` if the connection is lost, `CommandFailed` if the scanner refuses a step,
+    /// and what ScanLight throws; the scanner is stopped then.
     ScanSession(DirectLink &directLink, FrameReceiver &frameReceiver,
                 std::shared_ptr<FrameSink> sink, const ScanRequest &scanRequest);
+    /// Stops, whatever the scanner says to it.
     ~ScanSession();
     ScanSession(const ScanSession &) = delete;
     ScanSession &operator=(const ScanSession &) = delete;
+
+    /// Takes every step to the scanner's rest, then throws the first that it refused, with its code
+    /// and a text, or `ConnectFailed` if the connection is lost. Further calls do nothing.
+    void stop();
 
 private:
     struct Claimed
@@ -45,14 +59,14 @@ private:
     ScanSession(DirectLink &directLink, FrameReceiver &frameReceiver,
                 std::shared_ptr<FrameSink> sink, const ScanRequest &scanRequest, Claimed);
 
-    void setCallback(void *function);
     void start();
-    void startInOtherLight();
     void switchTrigger(bool on);
+    ErrorCode setTrigger(KvSyncCore::DeviceController &controller, bool on) const;
 
     DirectLink &link;
     FrameReceiver &receiver;
     const ScanRequest request;
+    bool isStopped = false;
 };
 
 } // namespace Scanner

@@ -1,6 +1,9 @@
 #include "Stream.h"
 
+#include <KvSyncTool/Exception.h>
+
 #include <chrono>
+#include <exception>
 #include <utility>
 
 namespace Scanner {
@@ -30,21 +33,50 @@ void Stream::start(const QVariantMap &parameters)
     const std::lock_guard<std::mutex> lock(mutex);
     session = std::make_unique<ScanSession>(link, receiver, newQueue, request);
     queue = newQueue;
-    events.whenQuiet(check);
+    events.whenQuiet(quietTime, check);
 }
 
-FrameAccount Stream::finish()
+FrameAccount Stream::stop(const ScanEnd &end)
 {
     const std::lock_guard<std::mutex> lock(mutex);
-    const std::optional<ScanEnd> end = queue ? queue->cancelled() : std::nullopt;
-    if (!end)
+    if (!queue)
         return FrameAccount();
+    queue->cancel(end);
+    return finishCancelled(lock);
+}
+
+void Stream::finish()
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (!queue || !queue->cancelled())
+        return;
+    try {
+        finishCancelled(lock);
+    } catch (const KvSyncTool::Exception &) {
+        // The end was told as an event.
+    }
+}
+
+FrameAccount Stream::finishCancelled(const std::lock_guard<std::mutex> &)
+{
+    ScanEnd end = *queue->cancelled();
+    std::exception_ptr refusal;
+    try {
+        session->stop();
+    } catch (const KvSyncTool::Exception &) {
+        if (end.reason == EndReason::Stopped) {
+            refusal = std::current_exception();
+            end = endOfThrown(link);
+        }
+    }
     session.reset();
-    events.whenQuiet(nullptr);
+    events.whenQuiet(quietTime, nullptr);
     queue->close();
-    FrameAccount account = queue->account();
+    const FrameAccount account = queue->account();
     queue.reset();
-    events.post([this, end, account] { publishEnd(publish, *end, account); });
+    events.post([this, end, account] { publishEnd(publish, end, account); });
+    if (refusal)
+        std::rethrow_exception(refusal);
     return account;
 }
 

@@ -24,12 +24,15 @@ public:
     /// eight others waiting for the host are dropped. Throws `CameraFailed`, also if a scan runs.
     void start(const QVariantMap &parameters);
 
-    /// If the receiver cancelled the scan, stops the scanner, publishes "scanEnded" on the event
-    /// thread and answers with the scan's account; an event that is under way may still reach the
-    /// host. Otherwise nothing happens, and the account is empty.
-    FrameAccount finish();
+    /// Stops a scan that runs, publishes "scanEnded" on the event thread and returns the scan's
+    /// account; an event that is under way may still reach the host. Throws what the scanner
+    /// refused of that. Without a scan nothing happens, and the account is empty.
+    FrameAccount stop(const ScanEnd &end);
+    /// The same for a scan that the receiver cancelled already; throws nothing.
+    void finish();
 
 private:
+    FrameAccount finishCancelled(const std::lock_guard<std::mutex> &lock);
     void passFrame(FrameQueue &frames);
 
     DirectLink &link;

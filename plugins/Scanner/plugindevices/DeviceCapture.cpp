@@ -4,10 +4,9 @@
 #include "Errors.h"
 #include "Frame.h"
 #include "Parameters.h"
-#include "ScanEnd.h"
+#include "Scan.h"
 #include "Thrown.h"
 
-#include <exception>
 #include <list>
 #include <optional>
 
@@ -71,13 +70,13 @@ CaptureRequest readScanRequest(OpenDevice &device, const QVariantMap &parameters
     return request;
 }
 
-/// All the sensors of one scan.
-class Rig
+/// Every sensor that is asked for, streaming.
+class CameraStreams
 {
 public:
-    Rig(OpenDevice &usedDevice, const CaptureRequest &scanRequest)
+    CameraStreams(OpenDevice &usedDevice, const CaptureRequest &captureRequest)
         : device(usedDevice)
-        , request(scanRequest)
+        , request(captureRequest)
     {
         const auto mode =
             request.periodMs ? CameraSpace::SoftwareTrigger : CameraSpace::FreeRunning;
@@ -99,6 +98,8 @@ public:
             maps.append(stream.fetch(request.timeoutMs));
         return maps;
     }
+
+    void stop() { streams.clear(); }
 
 private:
     OpenDevice &device;
@@ -125,75 +126,50 @@ QVariantList untilClosed(const OpenDevice &device, const Action &action)
     }
 }
 
-ScanEnd endOfThrown(const OpenDevice &device)
-{
-    return device.isEnding() ? ScanEnd{EndReason::Stopped, closedText()}
-                             : ScanEnd{EndReason::Failed, thrownText()};
-}
-
-/// One scan as the host follows it.
-class Scan
+class DeviceFrames : public FrameSource
 {
 public:
-    Scan(const CaptureRequest &scanRequest, const Publish &publishEvent)
-        : request(scanRequest)
-        , publish(publishEvent)
-        , account(scanRequest.frames)
+    DeviceFrames(OpenDevice &usedDevice, const CaptureRequest &request)
+        : device(usedDevice)
+        , frames(request.frames)
+        , streams(usedDevice, request)
     {
     }
 
-    void receiveAll(Rig &rig)
+    QVariantList next() override
     {
-        for (int frame = 0; frame < request.frames; ++frame)
-            receive(rig.next());
-    }
-
-    void end(const ScanEnd &how) const { publishEnd(publish, how, account); }
-
-    QVariantList images; ///< if they are to be kept
-
-private:
-    void receive(QVariantList maps)
-    {
+        QVariantList maps = streams.next();
         const double timeMs = millisecondsBetween(startTime, steady_clock::now());
-        account.came(maps.first().toMap().value(QStringLiteral("frame")).toInt());
-        account.delivered();
+        frames.came(maps.first().toMap().value(QStringLiteral("frame")).toInt());
+        frames.delivered();
         for (QVariant &image : maps) {
             QVariantMap map = image.toMap();
             map.insert(QStringLiteral("timeMs"), timeMs);
             image = map;
         }
-        if (request.keep)
-            images += maps;
-        publish(QStringLiteral("frameArrived"), maps);
-        publish(QStringLiteral("progress"), {account.toMap()});
+        return maps;
     }
 
-    const CaptureRequest &request;
-    const Publish &publish;
-    const steady_clock::time_point startTime = steady_clock::now();
-    FrameAccount account;
-};
+    void stop() override { streams.stop(); }
 
-QVariantList runScan(OpenDevice &device, const CaptureRequest &request, const Publish &publish)
-{
-    Scan scan(request, publish);
-    ScanEnd end;
-    std::exception_ptr thrown;
+    ScanEnd thrownEnd() override
     {
-        Rig rig(device, request);
-        try {
-            scan.receiveAll(rig);
-        } catch (...) {
-            thrown = std::current_exception();
-            end = endOfThrown(device);
-        }
+        if (device.isEnding())
+            return {EndReason::Stopped, closedText()};
+        if (device.isLost())
+            return {EndReason::ConnectionLost,
+                    QStringLiteral("The connection to the device was lost during the scan")};
+        return {EndReason::Failed, thrownText()};
     }
-    scan.end(end);
-    if (thrown)
-        std::rethrow_exception(thrown);
-    return scan.images;
-}
+
+    FrameAccount account() const override { return frames; }
+
+private:
+    OpenDevice &device;
+    FrameAccount frames;
+    const steady_clock::time_point startTime = steady_clock::now();
+    CameraStreams streams;
+};
 
 } // namespace
 
@@ -201,7 +177,10 @@ QVariantList captureFrames(OpenDevice &device, const QVariantMap &parameters,
                            const Publish &publish)
 {
     const CaptureRequest request = readScanRequest(device, parameters);
-    return untilClosed(device, [&] { return runScan(device, request, publish); });
+    return untilClosed(device, [&] {
+        DeviceFrames source(device, request);
+        return runScan(source, request.frames, request.keep, publish);
+    });
 }
 
 QVariantList captureColor(OpenDevice &device, const QVariantMap &parameters)
@@ -211,7 +190,7 @@ QVariantList captureColor(OpenDevice &device, const QVariantMap &parameters)
     read.allowOnly(QStringLiteral("A color image of a device"),
                    {QStringLiteral("camera"), QStringLiteral("timeoutMs")});
     const CaptureRequest request(read, sensors);
-    return untilClosed(device, [&] { return Rig(device, request).next(); });
+    return untilClosed(device, [&] { return CameraStreams(device, request).next(); });
 }
 
 } // namespace Scanner

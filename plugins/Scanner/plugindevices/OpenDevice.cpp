@@ -106,6 +106,21 @@ bool OpenDevice::isEnding() const
     return ending;
 }
 
+// The contract has no operation for it, so it goes by a property.
+bool OpenDevice::isLost()
+{
+    const QString connected = QStringLiteral("connected");
+    QMap<QString, QVariant> facts;
+    try {
+        const ErrorCode result = call([&](DeviceController &c, qint64 handle) {
+            return c.getProperty(handle, QStringLiteral("info"), facts);
+        });
+        return result == Success && facts.contains(connected) && !facts.value(connected).toBool();
+    } catch (...) {
+        return false; // the plug-in's; it is asked because another failure is under way
+    }
+}
+
 void OpenDevice::rest()
 {
     if (has(MotorDevice))

@@ -45,6 +45,8 @@ public:
     /// The core that it came from is gone, and the device with it.
     void abandon();
     bool isEnding() const;
+    /// Whether the device says that its connection is gone. One that cannot tell is not lost.
+    bool isLost();
 
     /// Stops streams and motors and darkens the projector, as far as the device has them and lets
     /// itself.

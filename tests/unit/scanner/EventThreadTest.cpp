@@ -90,9 +90,10 @@ TEST(EventThread, ChecksWhenItIsQuietUntilToldToStop)
     std::promise<void> second;
     EventThread events(start);
     events.start();
-    events.whenQuiet([&] {
+    const std::chrono::milliseconds quiet(1);
+    events.whenQuiet(quiet, [&] {
         if (++checks == 2) {
-            events.whenQuiet(nullptr);
+            events.whenQuiet(quiet, nullptr);
             second.set_value();
         }
     });

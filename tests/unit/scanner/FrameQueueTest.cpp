@@ -118,7 +118,7 @@ TEST(FrameQueue, AScanWhoseConnectionIsLostGivesWhatCameBefore)
 {
     FrameQueue queue(withoutEnd);
     take(queue, {1, 2});
-    queue.cancel(lostConnection());
+    queue.cancel({EndReason::ConnectionLost, QStringLiteral("lost")});
     take(queue, {3});
     EXPECT_EQ(takeOut(queue), (std::vector<int>{1, 2}));
 }
