@@ -8,10 +8,13 @@ namespace {
 
 constexpr int bitDepth = 8;
 
+// A QByteArray throws just below the largest int: it needs up to 32 bytes for itself.
+constexpr qint64 largestImage = std::numeric_limits<int>::max() - 32;
+
 QByteArray copyPixels(const unsigned char *pixels, int width, int height)
 {
     const qint64 size = qint64(width) * height;
-    if (!pixels || width <= 0 || height <= 0 || size > std::numeric_limits<int>::max())
+    if (!pixels || width <= 0 || height <= 0 || size > largestImage)
         return {};
     return {reinterpret_cast<const char *>(pixels), static_cast<int>(size)};
 }
