@@ -27,7 +27,7 @@ quick() {
         sort -u | grep -hEf - build/dev/tests/programs.txt | cut -d ' ' -f 2)
     ((${#programs[@]})) || die "no test program belongs to what changed; try scripts/test.sh"
 
-    stage "dev: build ${programs[*]}" cmake --build build/dev -j "$jobs" --target "${programs[@]}"
-    stage "dev: tests" xargs -P "$jobs" -I{} build/dev/tests/{}/{} --gtest_brief=1 \
+    stage "dev: build ${programs[*]}" cmake --build build/dev -j "$(nproc)" --target "${programs[@]}"
+    stage "dev: tests" xargs -P "$(nproc)" -I{} build/dev/tests/{}/{} --gtest_brief=1 \
         <<<"$(printf '%s\n' "${programs[@]}")"
 }
