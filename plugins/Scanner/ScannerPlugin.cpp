@@ -1,5 +1,6 @@
 #include "ScannerPlugin.h"
 
+#include "CommandInfo.h"
 #include "Errors.h"
 
 using namespace Scanner;
@@ -111,9 +112,13 @@ std::shared_ptr<Device> ScannerPlugin::device(qint64 handle)
 
 QVariant ScannerPlugin::executeWithoutDevice(const QString &command, const QVariantList &arguments)
 {
-    if (command != QLatin1String("listDevices"))
-        refuse(QStringLiteral("the command \"%1\" without a device").arg(command));
-    return plugins.enumerate(arguments.value(0).toMap());
+    static const CommandInfo listDevices{
+        "listDevices", "map", {{"plugin", "text"}, {"version", "text"}}};
+    if (command == QLatin1String(listDevices.name))
+        return plugins.enumerate(arguments.value(0).toMap());
+    if (command == QLatin1String(listingCommand().name))
+        return QVariantList{listingCommand().describe(), listDevices.describe()};
+    refuse(QStringLiteral("the command \"%1\" without a device").arg(command));
 }
 
 Publish ScannerPlugin::publisher()

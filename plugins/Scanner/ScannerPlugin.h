@@ -54,7 +54,8 @@ public:
     /// `flag` makes the angle a relative one.
     void turntableRotate(qint64 handle, const QString &name, const QVariantMap &parameters,
                          bool flag) override;
-    /// Handle 0 is the plug-in itself: "listDevices" [{"plugin", "version"}], the devices that a
+    /// "commands" returns the commands that the handle serves: see CommandInfo::describe. Handle 0
+    /// is the plug-in itself: "listDevices" [{"plugin", "version"}], the devices that a
     /// device plug-in has; see PluginDevices::enumerate.
     QVariant execute(qint64 handle, const QString &command, const QVariantList &arguments) override;
 

@@ -22,9 +22,9 @@ struct CaptureRequest
     CaptureRequest(const Parameters &read, DirectLink &link)
     {
         read.allowOnly(QStringLiteral("A scan"),
-                       ScanRequest::keys() + QStringList{QStringLiteral("frames"),
-                                                         QStringLiteral("keep"),
-                                                         QStringLiteral("timeoutMs")});
+                       namesOf(ScanRequest::parameters()) +
+                           QStringList{QStringLiteral("frames"), QStringLiteral("keep"),
+                                       QStringLiteral("timeoutMs")});
         frames = read.wholeNumber(QStringLiteral("frames"), 1, mostFrames);
         keep = read.flag(QStringLiteral("keep"), true);
         const auto limitMs =

@@ -2,10 +2,8 @@
 
 #include "Parameters.h"
 
-#include <QtCore/QStringList>
-
 #include <algorithm>
-#include <iterator>
+#include <utility>
 
 namespace Scanner {
 
@@ -13,36 +11,42 @@ using KvSyncCore::DeviceController;
 
 namespace {
 
-struct Command
-{
-    QString name;
-    QStringList keys;
-};
+constexpr std::pair<int, int> percent{0, 100};
 
-// The spellings "Dutio" and "disStauts" are the link's own.
-// clang-format off
-const Command *findCommand(const QString &name)
+const CommandInfo *findCommand(const QString &name)
 {
-    static const Command commands[] = {
-        {"Project", {"projectWorkType"}},
-        {"SetStrobeControlledByTrigger", {"controlRoute", "strobeState"}},
-        {"EnableBlueLaser", {"laserWorkMode", "bLaserEnable"}},
-        {"EnableIRLaser", {"bIRLaserEnable"}},
-        {"SetVideoTriggerPeriod", {"triggerPeriod"}},
-        {"EnableVideoTrigger", {"cameraTriggerMode", "bEnable"}},
-        {"SetStrobeDutioRatio", {"TexDutioRatio", "dutioRatioWithTex", "dutioRatio"}},
-        {"SetLaserLineDutioRatio", {"dutioRatio"}},
-        {"SetProjectDutioRatio", {"dutioRatio"}},
-        {"SetIRLaserDutioRatio", {"dutioRatio"}},
-        {"SetDistanceIndicate", {"disStauts"}},
-    };
-    const auto *const found = std::find_if(std::begin(commands), std::end(commands),
-                                           [&](const Command &each) { return each.name == name; });
-    return found == std::end(commands) ? nullptr : found;
+    const std::vector<CommandInfo> &commands = linkCommands();
+    const auto found = std::find_if(commands.begin(), commands.end(), [&](const CommandInfo &each) {
+        return name == QLatin1String(each.name);
+    });
+    return found == commands.end() ? nullptr : &*found;
 }
-// clang-format on
 
 } // namespace
+
+// The spellings "Dutio" and "disStauts" are the link's own. Ranges are the scanner's, and not all
+// of them are known.
+// clang-format off
+const std::vector<CommandInfo> &linkCommands()
+{
+    static const std::vector<CommandInfo> commands = {
+        {"Project", "map", {{"projectWorkType", "int"}}},
+        {"SetStrobeControlledByTrigger", "map", {{"controlRoute", "int"}, {"strobeState", "int"}}},
+        {"EnableBlueLaser", "map", {{"laserWorkMode", "int"}, {"bLaserEnable", "bool"}}},
+        {"EnableIRLaser", "map", {{"bIRLaserEnable", "bool"}}},
+        {"SetVideoTriggerPeriod", "map", {{"triggerPeriod", "int", "ms"}}},
+        {"EnableVideoTrigger", "map", {{"cameraTriggerMode", "int"}, {"bEnable", "bool"}}},
+        {"SetStrobeDutioRatio", "map", {{"TexDutioRatio", "int", "%", percent},
+                                        {"dutioRatioWithTex", "int", "%", percent},
+                                        {"dutioRatio", "int", "%", percent}}},
+        {"SetLaserLineDutioRatio", "map", {{"dutioRatio", "int", "%", percent}}},
+        {"SetProjectDutioRatio", "map", {{"dutioRatio", "int", "%", percent}}},
+        {"SetIRLaserDutioRatio", "map", {{"dutioRatio", "int", "%", percent}}},
+        {"SetDistanceIndicate", "map", {{"disStauts", "int"}}},
+    };
+    return commands;
+}
+// clang-format on
 
 bool isLinkCommand(const QString &name)
 {
@@ -52,7 +56,8 @@ bool isLinkCommand(const QString &name)
 QVariantMap runLinkCommand(DirectLink &link, const QString &name, const QVariantMap &parameters)
 {
     Parameters(parameters)
-        .allowOnly(QStringLiteral("The command \"%1\"").arg(name), findCommand(name)->keys);
+        .allowOnly(QStringLiteral("The command \"%1\"").arg(name),
+                   namesOf(findCommand(name)->parameters));
     QMap<QString, QVariant> used = parameters;
     link.run(QStringLiteral("The scanner refuses the command \"%1\"").arg(name),
              [&](DeviceController &c) { return c.executeCommand(DirectLink::handle, name, used); });

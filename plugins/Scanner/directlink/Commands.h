@@ -1,6 +1,7 @@
 #ifndef SCANNER_COMMANDS_H
 #define SCANNER_COMMANDS_H
 
+#include "CommandInfo.h"
 #include "DirectLink.h"
 
 #include <QtCore/QString>
@@ -8,8 +9,9 @@
 
 namespace Scanner {
 
-/// Whether the direct link has a command of this name that runs by itself; "startScan" and
-/// "stopScan" do not, since a scan needs a callback too.
+/// The commands of the direct link that run by themselves; "startScan" and "stopScan" do not, since
+/// a scan needs a callback too.
+const std::vector<CommandInfo> &linkCommands();
 bool isLinkCommand(const QString &name);
 
 /// Runs such a command and answers with the parameters that it used: those that are missing are

@@ -108,11 +108,6 @@ ScanLight ScanLight::from(const Parameters &parameters)
     return light;
 }
 
-QStringList ScanLight::keys()
-{
-    return {QStringLiteral("pattern"), QStringLiteral("switch")};
-}
-
 void ScanLight::apply(DirectLink &link) const
 {
     projectPattern(link, pattern);

@@ -29,7 +29,6 @@ public:
     /// Reads "pattern", as projectPattern takes it, and "switch": a map of lasers by their flags.
     /// Throws `InvalidParameter` or `FunctionNotExist`.
     static ScanLight from(const Parameters &parameters);
-    static QStringList keys();
 
     bool isAsked() const { return asked; }
     /// Throws as projectPattern and switchFlag do.

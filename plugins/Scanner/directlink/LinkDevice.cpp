@@ -129,27 +129,40 @@ void LinkDevice::rotate(const QString &name, const QVariantMap &parameters, bool
     rotateTurntable(name, parameters, isRelative);
 }
 
+const std::vector<LinkDevice::Command> &LinkDevice::ownCommands()
+{
+    static const ParameterInfo address{"address", "int", "", addressRange};
+    static const std::vector<Command> commands = {
+        {listingCommand(), &LinkDevice::listCommands},
+        {{"info", "list"}, &LinkDevice::info},
+        {{"startScan", "map", ScanRequest::parameters()}, &LinkDevice::startScan},
+        {{"stopScan", "list"}, &LinkDevice::stopScan},
+        {{"readUserInformation", "list", {address}}, &LinkDevice::readUserInformation},
+        {{"writeUserInformation", "list", {address, {"text", "text"}}},
+         &LinkDevice::writeUserInformation},
+    };
+    return commands;
+}
+
 QVariant LinkDevice::execute(const QString &command, const QVariantList &arguments)
 {
-    struct Row
-    {
-        QLatin1String name;
-        QVariant (LinkDevice::*run)(const QVariantList &arguments);
-    };
-    static const Row rows[] = {
-        {QLatin1String("startScan"), &LinkDevice::startScan},
-        {QLatin1String("stopScan"), &LinkDevice::stopScan},
-        {QLatin1String("info"), &LinkDevice::info},
-        {QLatin1String("readUserInformation"), &LinkDevice::readUserInformation},
-        {QLatin1String("writeUserInformation"), &LinkDevice::writeUserInformation},
-    };
-    for (const Row &row : rows) {
-        if (row.name == command)
-            return (this->*row.run)(arguments);
+    for (const Command &own : ownCommands()) {
+        if (command == QLatin1String(own.info.name))
+            return (this->*own.run)(arguments);
     }
     if (isLinkCommand(command))
         return runLinkCommand(link, command, arguments.value(0).toMap());
     refuse(QStringLiteral("the command \"%1\"").arg(command));
+}
+
+QVariant LinkDevice::listCommands(const QVariantList &)
+{
+    QVariantList list;
+    for (const Command &own : ownCommands())
+        list.append(own.info.describe());
+    for (const CommandInfo &command : linkCommands())
+        list.append(command.describe());
+    return list;
 }
 
 QVariant LinkDevice::startScan(const QVariantList &arguments)

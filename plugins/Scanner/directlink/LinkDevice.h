@@ -51,12 +51,20 @@ public:
     QVariantList capture(const QString &kind, const QVariantMap &parameters) override;
     /// See rotateTurntable.
     void rotate(const QString &name, const QVariantMap &parameters, bool isRelative) override;
+    /// "commands": what it serves, see CommandInfo::describe.
     /// "startScan" [parameters] and "stopScan": see Stream. "info": facts about the scanner.
     /// "readUserInformation" [address] and "writeUserInformation" [address, text]. And each other
     /// command of the direct link, [parameters]: see runLinkCommand.
     QVariant execute(const QString &command, const QVariantList &arguments) override;
 
 private:
+    struct Command
+    {
+        CommandInfo info;
+        QVariant (LinkDevice::*run)(const QVariantList &arguments);
+    };
+
+    static const std::vector<Command> &ownCommands();
     static void receiveStatus(const void *const &context, const unsigned char &first,
                               const unsigned char &second) noexcept;
     void startThread();
@@ -64,6 +72,7 @@ private:
     FrameAccount endScan(const QString &text);
     void endScanQuietly(const QString &text);
     void endScanIfLost();
+    QVariant listCommands(const QVariantList &arguments);
     QVariant startScan(const QVariantList &arguments);
     QVariant stopScan(const QVariantList &arguments);
     QVariant info(const QVariantList &arguments);

@@ -72,11 +72,13 @@ ScanRequest ScanRequest::from(const Parameters &parameters, DirectLink &link)
     return request;
 }
 
-QStringList ScanRequest::keys()
+std::vector<ParameterInfo> ScanRequest::parameters()
 {
-    return QStringList{QStringLiteral("periodMs"), QStringLiteral("color"),
-                       QStringLiteral("colorMode")} +
-           ScanLight::keys();
+    return {{"periodMs", "int", "ms", std::pair(1, longestPeriodMs)},
+            {"color", "bool"},
+            {"colorMode", "int", "", std::pair(0, highestColorMode)},
+            {"pattern", "text"},
+            {"switch", "map"}};
 }
 
 ScanSession::ScanSession(DirectLink &directLink, FrameReceiver &frameReceiver,

@@ -1,6 +1,7 @@
 #ifndef SCANNER_SCANSESSION_H
 #define SCANNER_SCANSESSION_H
 
+#include "CommandInfo.h"
 #include "DirectLink.h"
 #include "FrameReceiver.h"
 #include "Light.h"
@@ -29,7 +30,7 @@ struct ScanRequest
     /// Reads "periodMs" (from 1; the scanner's present period if missing), "color" (false if
     /// missing), with color "colorMode" (0 if missing), and what ScanLight reads.
     static ScanRequest from(const Parameters &parameters, DirectLink &link);
-    static QStringList keys();
+    static std::vector<ParameterInfo> parameters();
 };
 
 /// A running scan. From its construction on frames go to the sink, none of them in another light

@@ -21,7 +21,7 @@ Stream::Stream(DirectLink &directLink, FrameReceiver &frameReceiver, EventThread
 void Stream::start(const QVariantMap &parameters)
 {
     const Parameters read(parameters);
-    read.allowOnly(QStringLiteral("A scan"), ScanRequest::keys());
+    read.allowOnly(QStringLiteral("A scan"), namesOf(ScanRequest::parameters()));
     const ScanRequest request = ScanRequest::from(read, link);
     const auto newQueue = std::make_shared<FrameQueue>(withoutEnd);
     newQueue->whenTaken([this, waiting = std::weak_ptr<FrameQueue>(newQueue)] {

@@ -3,8 +3,6 @@
 #include "Errors.h"
 #include "Parameters.h"
 
-#include <limits>
-
 namespace Scanner {
 
 using KvSyncCore::DeviceController;
@@ -13,8 +11,9 @@ namespace {
 
 unsigned int addressFrom(const QVariantList &arguments)
 {
-    return static_cast<unsigned int>(wholeNumberFrom(
-        arguments.value(0), QStringLiteral("The address"), 0, std::numeric_limits<int>::max()));
+    return static_cast<unsigned int>(wholeNumberFrom(arguments.value(0),
+                                                     QStringLiteral("The address"),
+                                                     addressRange.first, addressRange.second));
 }
 
 QByteArray localBytes(const QString &text)

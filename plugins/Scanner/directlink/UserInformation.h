@@ -6,7 +6,13 @@
 #include <QtCore/QString>
 #include <QtCore/QVariant>
 
+#include <limits>
+#include <utility>
+
 namespace Scanner {
+
+/// Of addresses; the scanner may have fewer.
+constexpr std::pair<int, int> addressRange{0, std::numeric_limits<int>::max()};
 
 /// The text at an address of the scanner's store. `arguments` is [address], from 0. Throws
 /// `InvalidParameter`, or `DeviceOperationFailed` if the scanner refuses.

@@ -1,10 +1,13 @@
 #include "DeviceCommands.h"
 
+#include "CommandInfo.h"
 #include "DeviceMotion.h"
 #include "Errors.h"
 #include "Parameters.h"
 
 #include <limits>
+#include <utility>
+#include <vector>
 
 namespace Scanner {
 
@@ -32,7 +35,6 @@ QByteArray bytesFrom(const QVariant &value, const QString &name)
 
 QVariant sendCommand(OpenDevice &device, const QVariantList &arguments)
 {
-    device.require(ControllerDevice);
     const auto kind = kindFrom<ControllerSpace::CmdType>(arguments);
     const QByteArray payload = bytesFrom(arguments.value(1), QStringLiteral("The command"));
     check(device.call([&](DeviceController &c, qint64 handle) {
@@ -44,7 +46,6 @@ QVariant sendCommand(OpenDevice &device, const QVariantList &arguments)
 
 QVariant readCommand(OpenDevice &device, const QVariantList &arguments)
 {
-    device.require(ControllerDevice);
     const auto kind = kindFrom<ControllerSpace::CmdType>(arguments);
     QByteArray answer;
     check(device.call([&](DeviceController &c, qint64 handle) {
@@ -56,7 +57,6 @@ QVariant readCommand(OpenDevice &device, const QVariantList &arguments)
 
 QVariant updateFirmware(OpenDevice &device, const QVariantList &arguments)
 {
-    device.require(ControllerDevice);
     const auto kind = kindFrom<ControllerSpace::FirewareType>(arguments);
     const QByteArray image = bytesFrom(arguments.value(1), QStringLiteral("The firmware"));
     check(device.call([&](DeviceController &c, qint64 handle) {
@@ -68,7 +68,6 @@ QVariant updateFirmware(OpenDevice &device, const QVariantList &arguments)
 
 QVariant writePattern(OpenDevice &device, const QVariantList &arguments)
 {
-    device.require(ProjectorDevice);
     const QVariantMap map = arguments.value(0).toMap();
     const Parameters read(map);
     const auto major = static_cast<ProjectorSpace::MajorPatternType>(
@@ -95,25 +94,53 @@ QVariant stopAxes(OpenDevice &device, const QVariantList &)
 
 struct Command
 {
-    QLatin1String name;
+    CommandInfo info;
+    DeviceType capability;
     QVariant (*run)(OpenDevice &device, const QVariantList &arguments);
 };
 
-const Command commands[] = {
-    {QLatin1String("sendCommand"), sendCommand},
-    {QLatin1String("readCommand"), readCommand},
-    {QLatin1String("updateFirmware"), updateFirmware},
-    {QLatin1String("writePattern"), writePattern},
-    {QLatin1String("stopMotor"), stopAxes},
-};
+const std::vector<Command> &commands()
+{
+    static const ParameterInfo kind{"kind", "int", "", std::pair(0, highestKind)};
+    static const ParameterInfo bytes{"bytes", "bytes"};
+    static const std::vector<Command> table = {
+        {{"sendCommand", "list", {kind, bytes}}, ControllerDevice, sendCommand},
+        {{"readCommand", "list", {kind}}, ControllerDevice, readCommand},
+        {{"updateFirmware", "list", {kind, bytes}}, ControllerDevice, updateFirmware},
+        {{"writePattern",
+          "map",
+          {{"major", "int", "", std::pair(0, highestKind)},
+           {"sub", "int", "", std::pair(0, highestKind)},
+           {"index", "int", "", std::pair(0, largest)},
+           {"width", "int", "px", std::pair(1, largest)},
+           {"height", "int", "px", std::pair(1, largest)},
+           {"data", "bytes"}}},
+         ProjectorDevice,
+         writePattern},
+        {{"stopMotor", "list"}, MotorDevice, stopAxes},
+    };
+    return table;
+}
 
 } // namespace
 
+QVariantList listDeviceCommands(const OpenDevice &device)
+{
+    QVariantList list;
+    for (const Command &command : commands()) {
+        if (device.has(command.capability))
+            list.append(command.info.describe());
+    }
+    return list;
+}
+
 QVariant runDeviceCommand(OpenDevice &device, const QString &name, const QVariantList &arguments)
 {
-    for (const Command &command : commands) {
-        if (command.name == name)
-            return command.run(device, arguments);
+    for (const Command &command : commands()) {
+        if (name != QLatin1String(command.info.name))
+            continue;
+        device.require(command.capability);
+        return command.run(device, arguments);
     }
     refuse(QStringLiteral("the command \"%1\" for devices of device plug-ins").arg(name));
 }

@@ -21,6 +21,9 @@ namespace Scanner {
 /// `InvalidParameter`, or the plug-in's own code.
 QVariant runDeviceCommand(OpenDevice &device, const QString &name, const QVariantList &arguments);
 
+/// Those of them that a device with its capabilities has: see CommandInfo::describe.
+QVariantList listDeviceCommands(const OpenDevice &device);
+
 } // namespace Scanner
 
 #endif

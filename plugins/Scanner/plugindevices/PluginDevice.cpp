@@ -1,5 +1,6 @@
 #include "PluginDevice.h"
 
+#include "CommandInfo.h"
 #include "DeviceCapture.h"
 #include "DeviceCommands.h"
 #include "DeviceLight.h"
@@ -106,8 +107,12 @@ void PluginDevice::rotate(const QString &name, const QVariantMap &parameters, bo
 
 QVariant PluginDevice::execute(const QString &command, const QVariantList &arguments)
 {
-    if (command == QLatin1String("info"))
+    static const CommandInfo info{"info", "list"};
+    if (command == QLatin1String(info.name))
         return describe();
+    if (command == QLatin1String(listingCommand().name))
+        return QVariantList{listingCommand().describe(), info.describe()} +
+               listDeviceCommands(device);
     return runDeviceCommand(device, command, arguments);
 }
 

@@ -41,7 +41,7 @@ public:
     QVariantList capture(const QString &kind, const QVariantMap &parameters) override;
     /// See rotateAxis.
     void rotate(const QString &name, const QVariantMap &parameters, bool isRelative) override;
-    /// "info": as describe. The others: see runDeviceCommand.
+    /// "commands": what it serves. "info": as describe. The others: see runDeviceCommand.
     QVariant execute(const QString &command, const QVariantList &arguments) override;
 
 private:
