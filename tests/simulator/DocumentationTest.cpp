@@ -108,12 +108,12 @@ TEST_F(SimulatorDocument, SaysWhereEverythingStands)
     expectRow("right speckle camera", placeOf(CameraKind::RightSpeckle));
     expectRow("color camera", placeOf(CameraKind::Color));
     expectRow("projector, infrared and blue laser", text(Projector::position));
-    const Vector centre = Scene::centre();
+    const Vector center = Scene::center();
     const Vector up = Scene::up();
-    expectRow("middle of the turntable, which every camera looks at", text(centre));
+    expectRow("center of the turntable, which every camera looks at", text(center));
     expectRow(
-        "a point above it, so the axis of the turntable",
-        text(Vector{centre.x + 100.0 * up.x, centre.y + 100.0 * up.y, centre.z + 100.0 * up.z}));
+        "a point above it on the axis of the turntable",
+        text(Vector{center.x + 100.0 * up.x, center.y + 100.0 * up.y, center.z + 100.0 * up.z}));
 }
 
 TEST_F(SimulatorDocument, SaysWhichWayTheTableTurns)

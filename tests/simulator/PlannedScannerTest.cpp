@@ -3,8 +3,6 @@
 #include "ScannerFixture.h"
 #include "TemporaryFolder.h"
 
-#include <stdexcept>
-
 using namespace Tessel3Sync;
 using namespace Tessel3SyncSimulator;
 
@@ -30,12 +28,7 @@ protected:
 
     static std::string refusal(const std::string &json)
     {
-        try {
-            setFaultPlan(json);
-        } catch (const std::invalid_argument &error) {
-            return error.what();
-        }
-        return "accepted";
+        return refusalOf([&] { setFaultPlan(json); });
     }
 
     const TemporaryFolder folder;

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <numeric>
+#include <stdexcept>
 
 using namespace Tessel3Sync;
 using namespace std::chrono_literals;
@@ -108,6 +109,16 @@ void endCallbacks(RETSTATUS removal)
     // The removal has waited for the callback, or the disconnection does.
     if (removal != Ok)
         Tessel3SyncSimulator::reset(Tessel3SyncSimulator::setup());
+}
+
+std::string refusalOf(const std::function<void()> &action)
+{
+    try {
+        action();
+    } catch (const std::invalid_argument &error) {
+        return error.what();
+    }
+    return "accepted";
 }
 
 bool eventually(const std::function<bool()> &condition)

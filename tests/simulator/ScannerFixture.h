@@ -88,6 +88,9 @@ private:
 /// Ends a registration, and waits for its callback though the handle is void.
 void endCallbacks(Tessel3Sync::RETSTATUS removal);
 
+/// The text with which the simulator's control refuses something; "accepted" if it does not.
+std::string refusalOf(const std::function<void()> &action);
+
 /// Waits until the condition holds; false after ten seconds.
 bool eventually(const std::function<bool()> &condition);
 

@@ -12,12 +12,12 @@ void check(const ScannerSetup &setup)
 {
     if (!isIn(MinimumSide, setup.width, MaximumSide) ||
         !isIn(MinimumSide, setup.height, MaximumSide))
-        throw std::invalid_argument("the simulator's images have 16 to 4096 pixels a side");
+        throw std::invalid_argument("width and height must be 16 to 4096 pixels");
     if (!isIn(1, setup.triggerPeriodMs, MaximumTriggerPeriodMs))
-        throw std::invalid_argument("the trigger period is 1 to 3600000 milliseconds");
+        throw std::invalid_argument("the trigger period must be 1 to 3600000 milliseconds");
     const std::set<CameraKind> kinds(setup.cameras.begin(), setup.cameras.end());
     if (kinds.size() != setup.cameras.size())
-        throw std::invalid_argument("the scanner has each kind of camera at most once");
+        throw std::invalid_argument("the scanner can have each kind of camera only once");
 }
 
 void usePlan(const FaultPlan &plan)

@@ -24,7 +24,8 @@ std::vector<float> depthsAt(CameraKind camera, const ScannerSetup &setup, double
 void setTurntableAngle(double degrees)
 {
     if (!(std::abs(degrees) <= largestAngle))
-        throw std::invalid_argument("the turntable's angle must lie within 3600000 degrees of 0");
+        throw std::invalid_argument(
+            "the angle of the turntable must be within 3600000 degrees of 0");
     Simulator &simulator = Simulator::instance();
     Lock lock = simulator.enter();
     simulator.scanner().turnTable(degrees);

@@ -14,27 +14,27 @@ const char *statusText(int status)
     case UnknownHandle:
         return "the device handle belongs to no open connection";
     case ConnectionLost:
-        return "the connection to the scanner is lost";
+        return "the connection to the scanner was lost";
     case CamerasClosed:
         return "the cameras are closed";
     case UnknownMode:
-        return "the scanning mode is not known";
+        return "unknown scanning mode";
     case UnknownCamera:
         return "no connected camera has this number";
     case NullArgument:
-        return "a text or buffer that is needed is null";
+        return "a required text or buffer is null";
     case OutOfRange:
-        return "a value lies outside its range";
+        return "a value is out of range";
     case ListMismatch:
-        return "the camera lists are not those that were handed out";
+        return "the camera lists differ from those that were returned";
     case BadAddress:
         return "no block of user information has this address";
     case BadLength:
-        return "user information has a length of 0 to 511 bytes";
+        return "the length of user information must be 0 to 511 bytes";
     case NoColorCamera:
         return "the scanner has no color camera";
     case StorageFailed:
-        return "the user information cannot be stored";
+        return "the file of the user information cannot be read or written";
     case BadFaultPlan:
         return "the fault plan cannot be used";
     case PlannedFault:

@@ -24,7 +24,7 @@ Vector position(CameraKind kind)
 Calibration cameraCalibration(CameraKind kind, int width, int height)
 {
     const Vector eye = position(kind);
-    const Vector forward = unit(Scene::centre() - eye);
+    const Vector forward = unit(Scene::center() - eye);
     const Vector right = unit(cross({0.0, 1.0, 0.0}, forward));
     const Vector down = cross(forward, right);
 

@@ -5,7 +5,7 @@
 
 namespace Tessel3SyncSimulator {
 
-/// Where a camera of the scanner stands and how it sees.
+/// The calibration of one of the scanner's cameras.
 Calibration cameraCalibration(CameraKind kind, int width, int height);
 
 } // namespace Tessel3SyncSimulator

@@ -10,7 +10,7 @@ namespace Tessel3SyncSimulator {
 
 namespace {
 
-// Pictures are kept in 64ths of a grey level. Levels are counted from the middle of the 8 bits, so
+// Pictures are kept in 64ths of a gray level. Levels are counted from the middle of the 8 bits, so
 // that the strongest noise on top of the strongest signal still fits into 16 bits.
 constexpr int steps = 64;
 constexpr int middle = 128 * steps;
@@ -18,7 +18,7 @@ constexpr int middle = 128 * steps;
 // A signal beyond this fills the sensor, whose pixel then reads white whatever the noise.
 constexpr int fullSignal = 376 * steps;
 
-// Added to every signal. The half grey level makes cutting to whole ones a rounding. Cutting loses
+// Added to every signal. The half gray level makes cutting to whole ones a rounding. Cutting loses
 // half a step twice, of the noise and in rounding up from the middle: with opposite signs.
 constexpr int pedestal = BlackLevel * steps + steps / 2 - middle;
 
@@ -59,7 +59,7 @@ class Sensor
 public:
     explicit Sensor(int gain)
     {
-        // The rounding to whole grey levels comes by itself; the rest goes through Noise's numbers.
+        // The rounding to whole gray levels comes by itself; the rest goes through Noise's numbers.
         const double scale = steps * steps * 65536.0 * 65536.0 / Noise::variance;
         dark = static_cast<float>((noiseVariance(0.0, gain) - 1.0 / 12.0) * scale);
         perStep = static_cast<float>((noiseVariance(1.0, gain) - noiseVariance(0.0, gain)) * scale /

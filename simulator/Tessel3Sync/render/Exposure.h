@@ -1,4 +1,4 @@
-// One camera's picture before noise, and the reading of it: cheap, frame by frame.
+// One camera's picture before noise, and the reading of it, which is cheap enough for every frame.
 #ifndef TESSEL3SYNCSIMULATOR_EXPOSURE_H
 #define TESSEL3SYNCSIMULATOR_EXPOSURE_H
 
@@ -12,7 +12,7 @@
 
 namespace Tessel3SyncSimulator {
 
-/// Grey levels that each light gives a white surface facing it, at default exposure and gain.
+/// Gray levels that each light gives a white surface facing it, at default exposure and gain.
 using LightPowers = std::array<double, LightCount>;
 
 enum class Purpose { Scan, ColorScan, Snapshot };
@@ -25,7 +25,7 @@ public:
     Exposure(std::shared_ptr<const View> seen, Channel seenIn, const LightPowers &lights,
              const CameraSettings &settings);
 
-    /// Whether it would come out the same for these.
+    /// Whether these would give the same picture.
     bool shows(const View *otherView, Channel otherChannel, const LightPowers &otherPowers,
                const CameraSettings &otherCamera) const;
 
@@ -37,7 +37,7 @@ private:
     Channel channel;
     LightPowers powers;
     CameraSettings camera;
-    std::vector<std::int16_t> levels;  ///< without noise, in 64ths of a grey level
+    std::vector<std::int16_t> levels;  ///< without noise, in 64ths of a gray level
     std::vector<std::int16_t> spreads; ///< of the noise: what Noise's numbers are multiplied with
 };
 

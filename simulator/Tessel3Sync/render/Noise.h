@@ -1,4 +1,4 @@
-// The randomness of a picture's noise: one bell-shaped number for each pixel, cheaply.
+// The randomness of a picture's noise: one nearly normally distributed number for each pixel.
 #ifndef TESSEL3SYNCSIMULATOR_NOISE_H
 #define TESSEL3SYNCSIMULATOR_NOISE_H
 
@@ -8,15 +8,15 @@
 
 namespace Tessel3SyncSimulator {
 
-/// One stream of numbers. Eight generators run side by side and all loops go over arrays of fixed
-/// length, so that compilers make vector instructions of them.
+/// One stream of numbers. Eight generators run side by side, and all loops run over arrays of fixed
+/// length, so that compilers vectorize them.
 class Noise
 {
 public:
     static constexpr std::size_t blockSize = 64;
     using Block = std::array<std::int16_t, blockSize>;
 
-    /// Whole numbers within `largest` of 0; their mean is 0, their variance exactly `variance`.
+    /// Integers from -largest to largest, whose mean is 0 and whose variance is exactly `variance`.
     static constexpr int largest = 8 * 4095;
     static constexpr double variance = 8.0 * (4096.0 * 4096.0 - 1.0) / 3.0;
 

@@ -1,6 +1,6 @@
 // The patterns of the scanner's projector. A ray leaves it through the point (u, v) of a plane at
-// distance 1, and so does every size here: patterns have one size on the object, whichever camera
-// looks at it.
+// distance 1, where all sizes here are measured too: a pattern has one size on the object,
+// whichever camera looks at it.
 #ifndef TESSEL3SYNCSIMULATOR_PROJECTOR_H
 #define TESSEL3SYNCSIMULATOR_PROJECTOR_H
 
@@ -19,7 +19,7 @@ public:
     /// The half width is in pitches, the others at distance 1.
     Lines(double pitch, double halfWidth, double pixel);
 
-    /// All of them, one in the middle of each whole number of pitches.
+    /// All of them, one at each whole number of pitches.
     double all(double across) const;
 
     /// The one at 0 alone.
@@ -37,7 +37,7 @@ private:
 class Projector
 {
 public:
-    /// `pixel` is the width of a camera's pixel at distance 1: over it the camera sees a mean.
+    /// `pixel` is the width of a camera's pixel at distance 1, over which the camera averages.
     Projector(double pixel, std::uint32_t seed);
 
     static constexpr Vector position{0.0, -30.0, 0.0};

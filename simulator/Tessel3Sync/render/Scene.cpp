@@ -9,7 +9,7 @@ namespace {
 
 // The world is the scanner's: x to the right, y down, z away from it. The table leans by a 3-4-5
 // triangle, so that the scanner looks down on it.
-constexpr Vector tableCentre{0.0, 0.0, 640.0};
+constexpr Vector tableCenter{0.0, 0.0, 640.0};
 constexpr Vector tableRight{1.0, 0.0, 0.0};
 constexpr Vector tableNear{0.0, 0.8, -0.6};
 constexpr Vector tableUp{0.0, -0.6, -0.8};
@@ -23,7 +23,7 @@ constexpr Vector inverse(const Vector &a)
 
 struct Ellipsoid
 {
-    Vector centre;  ///< right, near, up from the middle of the table
+    Vector center;  ///< right, near, up from the middle of the table
     Vector scaling; ///< to a ball of radius 1
     Reflectance reflectance;
 };
@@ -37,13 +37,13 @@ constexpr Ellipsoid object[] = {
 };
 
 // A ball around the object: most rays pass it by, and then no part needs a look.
-constexpr Vector hullCentre{0.0, 0.0, 55.0};
+constexpr Vector hullCenter{0.0, 0.0, 55.0};
 constexpr double hullRadius = 110.0;
 
 constexpr bool isInHull(const Ellipsoid &part, double scaling)
 {
-    const Vector offset{part.centre.x - hullCentre.x, part.centre.y - hullCentre.y,
-                        part.centre.z - hullCentre.z};
+    const Vector offset{part.center.x - hullCenter.x, part.center.y - hullCenter.y,
+                        part.center.z - hullCenter.z};
     const double square = offset.x * offset.x + offset.y * offset.y + offset.z * offset.z;
     const double room = hullRadius - 1.0 / scaling;
     return room > 0.0 && square < room * room;
@@ -96,13 +96,13 @@ Reflectance floorReflectance(const Vector &point)
 } // namespace
 
 Scene::Scene(double tableDegrees)
-    : turn(tableDegrees)
+    : rotation(tableDegrees)
 {
 }
 
-Vector Scene::centre()
+Vector Scene::center()
 {
-    return tableCentre;
+    return tableCenter;
 }
 
 Vector Scene::up()
@@ -114,30 +114,30 @@ Vector Scene::toTable(const Vector &direction) const
 {
     const double right = dot(direction, tableRight);
     const double near = dot(direction, tableNear);
-    return {turn.cosine * right + turn.sine * near, turn.cosine * near - turn.sine * right,
-            dot(direction, tableUp)};
+    return {rotation.cosine * right + rotation.sine * near,
+            rotation.cosine * near - rotation.sine * right, dot(direction, tableUp)};
 }
 
 Vector Scene::fromTable(const Vector &direction) const
 {
-    const double right = turn.cosine * direction.x - turn.sine * direction.y;
-    const double near = turn.sine * direction.x + turn.cosine * direction.y;
+    const double right = rotation.cosine * direction.x - rotation.sine * direction.y;
+    const double near = rotation.sine * direction.x + rotation.cosine * direction.y;
     return tableRight * right + tableNear * near + tableUp * direction.z;
 }
 
 Viewpoint::Viewpoint(const Scene &viewedScene, const Vector &point)
     : scene(viewedScene)
     , origin(point)
-    , from(scene.toTable(point - tableCentre))
+    , from(scene.toTable(point - tableCenter))
     , balls()
     , hull()
 {
     static_assert(std::size(object) == parts);
     for (int part = 0; part < parts; ++part) {
-        const Vector ball = scaled(from - object[part].centre, object[part].scaling);
+        const Vector ball = scaled(from - object[part].center, object[part].scaling);
         balls[part] = {ball, dot(ball, ball) - 1.0};
     }
-    const Vector ball = from - hullCentre;
+    const Vector ball = from - hullCenter;
     hull = {ball, dot(ball, ball) - hullRadius * hullRadius};
 }
 
@@ -180,7 +180,7 @@ SurfacePoint Viewpoint::surfaceAlong(const Vector &direction) const
     const Vector point = origin + direction * distance;
     if (!hit)
         return {distance, point, tableUp, floorReflectance(local)};
-    const Vector gradient = scaled(scaled(local - hit->centre, hit->scaling), hit->scaling);
+    const Vector gradient = scaled(scaled(local - hit->center, hit->scaling), hit->scaling);
     return {distance, point, unit(scene.fromTable(gradient)),
             scaled(hit->reflectance, paint(local))};
 }

@@ -9,7 +9,7 @@
 
 namespace Tessel3SyncSimulator {
 
-/// How much of each colour a surface throws back, from 0 to 1.
+/// How much of each color a surface reflects, from 0 to 1.
 struct Reflectance
 {
     double red;
@@ -19,7 +19,7 @@ struct Reflectance
 
 struct SurfacePoint
 {
-    double distance; ///< along the ray, in lengths of its direction; infinite: nothing is met
+    double distance; ///< along the ray, in lengths of its direction; infinite if it meets nothing
     Vector point;
     Vector normal; ///< length 1, towards the scanner
     Reflectance reflectance;
@@ -30,8 +30,8 @@ class Scene
 public:
     explicit Scene(double tableDegrees);
 
-    /// The middle of the turntable, which every camera looks at.
-    static Vector centre();
+    /// The center of the turntable, which every camera looks at.
+    static Vector center();
     static Vector up();
 
     // Directions between the world and the turned table: right, near, up.
@@ -39,19 +39,19 @@ public:
     Vector fromTable(const Vector &direction) const;
 
 private:
-    Turn turn;
+    Rotation rotation;
 };
 
-/// The scene as rays from one point meet it: the point of a camera or of a light.
+/// The scene as seen from one point, that of a camera or of a light.
 class Viewpoint
 {
 public:
     Viewpoint(const Scene &viewedScene, const Vector &point);
 
-    /// The first surface along a ray. The floor has no end: only a ray that goes up can meet none.
+    /// The first surface along a ray. The floor is endless, so only a ray that goes up meets none.
     SurfacePoint surfaceAlong(const Vector &direction) const;
 
-    /// Whether nothing of the object stands between this point and one on a surface.
+    /// Whether no part of the object stands between this point and one on a surface.
     bool sees(const Vector &point) const;
 
 private:

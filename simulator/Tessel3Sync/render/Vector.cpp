@@ -15,7 +15,7 @@ double series(double square, int n)
 
 } // namespace
 
-Turn::Turn(double degrees)
+Rotation::Rotation(double degrees)
 {
     // Half turns off first, so that the series stays short.
     const double turns = degrees / 360.0;

@@ -1,5 +1,5 @@
-// Geometry in millimetres. Only + - * / and square roots are used anywhere in the pictures: those
-// are exact to the last bit everywhere, so every system sees the same pixels.
+// Geometry in millimeters. Pictures use only + - * / and square roots, whose results are the same
+// to the last bit on every system, and so are the pixels.
 #ifndef TESSEL3SYNCSIMULATOR_VECTOR_H
 #define TESSEL3SYNCSIMULATOR_VECTOR_H
 
@@ -50,9 +50,9 @@ inline Vector unit(const Vector &a)
 }
 
 /// Cosine and sine of an angle, by series.
-struct Turn
+struct Rotation
 {
-    explicit Turn(double degrees);
+    explicit Rotation(double degrees);
     double cosine;
     double sine;
 };

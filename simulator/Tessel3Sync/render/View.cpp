@@ -21,22 +21,22 @@ Unsigned fixedPoint(double value, double one)
     return static_cast<Unsigned>(std::min(value * one + 0.5, highest));
 }
 
-/// One light's way to the surfaces.
-class Source
+/// A light at one point.
+class PointLight
 {
 public:
-    Source(const Scene &scene, const Vector &where)
+    PointLight(const Scene &scene, const Vector &where)
         : position(where)
         , viewpoint(scene, where)
     {
     }
 
-    /// What reaches a surface, by slant and by distance; 0 in the shadow.
-    double reaching(const SurfacePoint &surface) const
+    /// How strongly it lights a surface, by slant and by distance; 0 in the shadow.
+    double irradiance(const SurfacePoint &surface) const
     {
-        const Vector way = position - surface.point;
-        const double square = dot(way, way);
-        const double slant = dot(surface.normal, way);
+        const Vector toLight = position - surface.point;
+        const double square = dot(toLight, toLight);
+        const double slant = dot(surface.normal, toLight);
         if (slant <= 0.0 || !viewpoint.sees(surface.point))
             return 0.0;
         return slant / std::sqrt(square) * (referenceDistance * referenceDistance) / square;
@@ -54,7 +54,7 @@ class Lights
 public:
     Lights(const Scene &scene, double pixel, std::uint32_t seed)
         : strobe(scene, strobePosition)
-        , head(scene, Projector::position)
+        , projectorHead(scene, Projector::position)
         , projector(pixel, seed)
     {
     }
@@ -63,15 +63,15 @@ public:
     {
         LightValues values{};
         values[AmbientLight] = 0.75 + 0.25 * dot(surface.normal, Scene::up());
-        values[StrobeLight] = strobe.reaching(surface);
+        values[StrobeLight] = strobe.irradiance(surface);
 
         // The projector, the infrared light and the lasers sit together.
-        const double strength = head.reaching(surface);
+        const double strength = projectorHead.irradiance(surface);
         if (strength <= 0.0)
             return values;
-        const Vector way = surface.point - Projector::position;
-        const double u = way.x / way.z;
-        const double v = way.y / way.z;
+        const Vector ray = surface.point - Projector::position;
+        const double u = ray.x / ray.z;
+        const double v = ray.y / ray.z;
         const double lit = strength * Projector::vignette(u, v);
         values[FlatLight] = lit;
         values[SpeckleLight] = lit * projector.speckle(u, v);
@@ -85,14 +85,14 @@ public:
     }
 
 private:
-    Source strobe;
-    Source head;
+    PointLight strobe;
+    PointLight projectorHead;
     Projector projector;
 };
 
 /// Visits every pixel, row by row, with the surface that it sees.
 template <typename Visit>
-void look(const ViewKey &key, const Scene &scene, const Visit &visit)
+void forEachPixel(const ViewKey &key, const Scene &scene, const Visit &visit)
 {
     const Calibration camera = cameraCalibration(key.camera, key.width, key.height);
     const auto &r = camera.rotation;
@@ -138,7 +138,7 @@ View::View(const ViewKey &viewKey)
     const Scene scene(key.tableDegrees);
     const double focalLength = cameraCalibration(key.camera, key.width, key.height).focalLength;
     Lights lights(scene, 1.0 / focalLength, key.seed);
-    look(key, scene, [&](std::size_t pixel, const SurfacePoint &surface) {
+    forEachPixel(key, scene, [&](std::size_t pixel, const SurfacePoint &surface) {
         depths[pixel] = static_cast<float>(surface.distance);
         if (depths[pixel] == NothingThere)
             return;
@@ -157,7 +157,7 @@ View::View(const ViewKey &viewKey)
 std::vector<float> depthsOf(const ViewKey &key)
 {
     std::vector<float> depths(pixelsOf(key));
-    look(key, Scene(key.tableDegrees), [&](std::size_t pixel, const SurfacePoint &surface) {
+    forEachPixel(key, Scene(key.tableDegrees), [&](std::size_t pixel, const SurfacePoint &surface) {
         depths[pixel] = static_cast<float>(surface.distance);
     });
     return depths;

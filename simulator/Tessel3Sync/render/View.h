@@ -1,5 +1,5 @@
-// What one camera sees of the scene, taken apart: how strongly each light reaches each pixel, and
-// what the surface throws back. Costly to make and never changed; pictures are mixed from it.
+// What one camera sees of the scene: how strongly each light reaches each pixel, and how much the
+// surface reflects. Expensive to make and never changed; pictures are composed from it.
 #ifndef TESSEL3SYNCSIMULATOR_VIEW_H
 #define TESSEL3SYNCSIMULATOR_VIEW_H
 
@@ -24,7 +24,7 @@ enum Light {
     LightCount
 };
 
-/// What a picture is taken in.
+/// The channel in which a picture is taken.
 enum Channel { Brightness, Red, Green, Blue, ChannelCount };
 
 /// All that a view depends on.
@@ -43,8 +43,8 @@ struct View
 {
     explicit View(const ViewKey &key);
 
-    /// What a light gives a surface that faces it at 600 mm. Planes hold eight times that: no
-    /// surface is so near that its light would be cut.
+    /// What a light gives a surface that faces it at 600 mm. Planes hold eight times that, since no
+    /// surface is near enough for more.
     static constexpr double fullLight = 8192.0;
     static constexpr double fullReflectance = 255.0;
 
@@ -54,7 +54,7 @@ struct View
     std::array<std::vector<std::uint8_t>, ChannelCount> reflectance;
 };
 
-/// A view's depths alone, for much less work.
+/// The depths of a view alone, for much less work.
 std::vector<float> depthsOf(const ViewKey &key);
 
 } // namespace Tessel3SyncSimulator

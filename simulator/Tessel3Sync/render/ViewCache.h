@@ -1,4 +1,4 @@
-// The views that were made: the newest of each camera is remembered.
+// The newest view of each camera.
 #ifndef TESSEL3SYNCSIMULATOR_VIEWCACHE_H
 #define TESSEL3SYNCSIMULATOR_VIEWCACHE_H
 
@@ -21,14 +21,14 @@ public:
 
     explicit ViewCache(Maker viewMaker);
 
-    /// The one of the process.
+    /// The only one in the process.
     static ViewCache &instance();
 
-    /// The view for a key, remembered or made, which takes its time: no lock may be held. Whoever
-    /// asks for a view that another thread is making waits for that; nobody else does.
+    /// The view for a key, from the cache or newly made, which takes time: no lock may be held.
+    /// Only who asks for a view that another thread is making waits for it.
     ViewPointer view(const ViewKey &key);
 
-    /// The view if it is there, or null.
+    /// The view if it is in the cache, or null. Returns at once.
     ViewPointer readyView(const ViewKey &key);
 
 private:
@@ -42,7 +42,7 @@ private:
     void forget(const ViewKey &key);
 
     Maker make;
-    std::mutex mutex; ///< held for look-ups alone: the thread that delivers frames needs it too
+    std::mutex mutex; ///< held for lookups only: the frame thread needs it too
     std::map<CameraKind, Entry> entries;
 };
 

@@ -22,7 +22,7 @@ PlannedEvent eventOf(JsonObject &object)
 {
     constexpr int lastButton = std::numeric_limits<unsigned char>::max();
     if (object.has("button") == object.has("distance"))
-        fail(R"(needs either "button" or "distance")");
+        fail(R"(needs "button" or "distance", and only one of them)");
     if (object.has("distance"))
         return {DistanceEvent, distanceOf(object.text("distance"))};
     return {ButtonEvent, static_cast<unsigned char>(object.integerIn("button", 1, lastButton))};
@@ -35,7 +35,7 @@ void readEvent(const nlohmann::json &entry, Script &script)
     JsonObject object(entry);
     const PlannedEvent event = eventOf(object);
     if (object.has("frame") + object.has("everyFrame") + object.has("afterMs") != 1)
-        fail(R"(needs either "frame", "everyFrame" or "afterMs")");
+        fail(R"(needs "frame", "everyFrame" or "afterMs", and only one of them)");
     if (object.has("afterMs"))
         script.addEvent(object.integer("afterMs", 0), event);
     else if (object.has("frame"))

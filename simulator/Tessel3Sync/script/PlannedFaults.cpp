@@ -15,7 +15,7 @@ constexpr int lowestInteger = std::numeric_limits<int>::min();
 Occurrence occurrenceOf(JsonObject &fault, const char *single, const char *repeated)
 {
     if (fault.has(single) && fault.has(repeated))
-        fail(quoted(single) + " and " + quoted(repeated) + " exclude each other");
+        fail(quoted(single) + " and " + quoted(repeated) + " cannot be combined");
     if (fault.has(single))
         return {fault.integer(single, 1), false};
     return {fault.has(repeated) ? fault.integer(repeated, 1) : 1, true};
@@ -26,7 +26,7 @@ template <typename Fault>
 void readCommon(JsonObject &object, Fault &fault)
 {
     if (object.has("delayMs") && object.has("hangMs"))
-        fail(R"("delayMs" and "hangMs" exclude each other)");
+        fail(R"("delayMs" and "hangMs" cannot be combined)");
     if (object.has("delayMs"))
         fault.delayMs = object.integer("delayMs", 0);
     if (object.has("hangMs"))

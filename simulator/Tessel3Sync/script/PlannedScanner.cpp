@@ -28,7 +28,7 @@ CameraKind cameraOf(const Json &name)
         if (name == known.name)
             return known.kind;
     }
-    fail(R"("cameras" may name "left", "right" and "color")");
+    fail(R"("cameras" may contain "left", "right" and "color")");
 }
 
 std::vector<CameraKind> camerasOf(const Json &names)
@@ -37,7 +37,7 @@ std::vector<CameraKind> camerasOf(const Json &names)
     for (const Json &name : names) {
         const CameraKind kind = cameraOf(name);
         if (std::find(cameras.begin(), cameras.end(), kind) != cameras.end())
-            fail(R"("cameras" names )" + quoted(name) + " twice");
+            fail(R"("cameras" contains )" + quoted(name) + " twice");
         cameras.push_back(kind);
     }
     return cameras;

@@ -22,7 +22,7 @@ void check(const Occurrence &occurrence)
 void checkDelay(int delayMs)
 {
     require(delayMs >= 0 && delayMs <= MaximumDelayMs,
-            "a delay is 0 to " + std::to_string(MaximumDelayMs) + " milliseconds");
+            "a delay must be 0 to " + std::to_string(MaximumDelayMs) + " milliseconds");
 }
 
 bool isBadDelivery(const FrameFault &fault)
@@ -34,13 +34,13 @@ bool isBadDelivery(const FrameFault &fault)
 void checkImage(int image)
 {
     require(image >= 0 && image < MaximumImages,
-            "the images of a delivery are 0 to " + std::to_string(MaximumImages - 1));
+            "the number of an image must be 0 to " + std::to_string(MaximumImages - 1));
 }
 
-void checkToldSide(int side)
+void checkReportedSide(int side)
 {
     require(side >= -MaximumSide && side <= MaximumSide,
-            "a side that is told is " + std::to_string(-MaximumSide) + " to " +
+            "a reported width or height must be " + std::to_string(-MaximumSide) + " to " +
                 std::to_string(MaximumSide) + " pixels");
 }
 
@@ -50,10 +50,10 @@ void check(const FrameFault &fault)
     checkDelay(fault.backAfterMs.value_or(0));
     checkImage(fault.nullImage.value_or(0));
     checkImage(fault.missingImage.value_or(0));
-    checkToldSide(fault.toldWidth.value_or(0));
-    checkToldSide(fault.toldHeight.value_or(0));
+    checkReportedSide(fault.toldWidth.value_or(0));
+    checkReportedSide(fault.toldHeight.value_or(0));
     require(!isBadDelivery(fault) || !(fault.drop || fault.disconnect),
-            "a frame that is not delivered has no bad delivery");
+            "a frame that is dropped cannot be delivered badly");
 }
 
 void check(const Function &function, const std::string &outputName, const Value &value)

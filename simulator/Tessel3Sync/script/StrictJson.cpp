@@ -28,7 +28,7 @@ Json parsedJson(const std::string &text)
         else if (event == Json::parse_event_t::object_end)
             keys.pop_back();
         else if (event == Json::parse_event_t::key && !keys.back().insert(key).second)
-            fail("the key " + quoted(key) + " stands twice in one object");
+            fail("the key " + quoted(key) + " appears twice in one object");
         return true;
     };
     try {
@@ -98,7 +98,7 @@ std::string JsonObject::text(const std::string &name)
 {
     const Json &value = member(name);
     if (!value.is_string())
-        fail(quoted(name) + " must be a text");
+        fail(quoted(name) + " must be a string");
     return value.get<std::string>();
 }
 

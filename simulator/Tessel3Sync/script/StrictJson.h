@@ -15,7 +15,7 @@ namespace Tessel3SyncSimulator {
 
 std::string quoted(const std::string &text);
 
-/// Refuses a key that stands twice in one object too: one of the two would be lost in silence.
+/// Refuses a repeated key too: one of the two values would be lost silently.
 nlohmann::json parsedJson(const std::string &text);
 
 /// Whether it is a whole number that an int holds. JSON's numbers are wider, and would be cut or

@@ -100,12 +100,12 @@ constexpr KindRow rows[] = {
     row<bool>("true or false"),
     row<int>("an integer"),
     row<double>("a number"),
-    row<std::string>("a text"),
-    row<std::string, std::nullptr_t>("a text or null"),
+    row<std::string>("a string"),
+    row<std::string, std::nullptr_t>("a string or null"),
     row<std::nullptr_t>("null"),
     row<std::vector<bool>>("a list of true and false"),
     row<std::vector<int>>("a list of integers"),
-    row<Texts>("a list of texts and nulls"),
+    row<Texts>("a list of strings and nulls"),
 };
 
 const KindRow &rowOf(Kind kind)
