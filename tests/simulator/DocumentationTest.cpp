@@ -63,6 +63,13 @@ protected:
         EXPECT_EQ(last, rows.at(first)) << first;
     }
 
+    static void expectNear(const Vector &expected, const Vector &actual)
+    {
+        EXPECT_NEAR(expected.x, actual.x, 1e-9);
+        EXPECT_NEAR(expected.y, actual.y, 1e-9);
+        EXPECT_NEAR(expected.z, actual.z, 1e-9);
+    }
+
     const std::map<std::string, std::string> rows = documentedRows();
 };
 
@@ -118,8 +125,9 @@ TEST_F(SimulatorDocument, SaysWhereEverythingStands)
 
 TEST_F(SimulatorDocument, SaysWhichWayTheTableTurns)
 {
-    const Vector turned = Scene(90.0).fromTable(Scene(0.0).toTable({1.0, 0.0, 0.0}));
-    EXPECT_NEAR(0.0, turned.x, 1e-9);
-    EXPECT_NEAR(0.8, turned.y, 1e-9);
-    EXPECT_NEAR(-0.6, turned.z, 1e-9);
+    const Vector atTheRight{1.0, 0.0, 0.0};
+    const Vector near{0.0, 0.8, -0.6};
+    const Vector onTheTable = Scene(0.0).toTable(atTheRight);
+    expectNear(near, Scene(90.0).fromTable(onTheTable));
+    expectNear(onTheTable, Scene(90.0).toTable(near));
 }

@@ -1,4 +1,4 @@
-// The cameras as a host enumerates them and names them when it connects.
+// The lists of cameras that a host gets when it enumerates, and passes when it connects.
 #ifndef TESSEL3SYNCSIMULATOR_CAMERALISTS_H
 #define TESSEL3SYNCSIMULATOR_CAMERALISTS_H
 
@@ -9,8 +9,8 @@
 
 namespace Tessel3SyncSimulator {
 
-/// What stands in a camera's place in the lists: its serial number, its kind (1 with color) and
-/// the port it is plugged into.
+/// A camera's entry in the lists: its serial number, whether it is a color camera (1), and the port
+/// that it is plugged into.
 struct ListedCamera
 {
     CameraKind kind;
@@ -24,10 +24,10 @@ char *cameraSerial(CameraKind kind);
 
 std::vector<ListedCamera> listedCameras(const ScannerSetup &setup);
 
-/// Success if an attached scanner answers to the name.
+/// Success if an attached scanner has the name.
 RETSTATUS checkName(const Scanner &scanner, const char *name);
 
-/// Which cameras the lists name, each once: hosts list the first camera a second time at the end.
+/// The cameras in the lists, each once: hosts repeat the first camera at the end.
 RETSTATUS chooseCameras(const ScannerSetup &setup, const std::vector<char *> &serials,
                         const std::vector<int> &a, const std::vector<int> &b,
                         std::vector<CameraKind> &chosen);

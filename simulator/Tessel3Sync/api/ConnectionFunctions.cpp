@@ -62,7 +62,7 @@ RETSTATUS Tessel3Sync::ConnectDevice(const char *mode, const char *extra,
                 return status;
             // A host that connects again gets a new connection; the old handle is void. The scanner
             // may be another one, or none, once nothing runs over the old connection any more.
-            Simulator::instance().disconnectAll(lock);
+            SimulatedLibrary::instance().disconnectAll(lock);
             status = find();
             if (status == Success)
                 device = scanner.connect(cameras);
@@ -94,7 +94,7 @@ RETSTATUS Tessel3Sync::DisConnectDevice(void *&device)
         .evenIfLost()
         .run([&](Scanner &scanner, Lock &lock) {
             scanner.disconnect();
-            Simulator::instance().awaitCallback(lock);
+            SimulatedLibrary::instance().awaitCallback(lock);
             device = nullptr;
             return Success;
         });
@@ -178,7 +178,7 @@ RETSTATUS Tessel3Sync::GetStatusDescriptionString(int &status, char *&text)
         .with(status)
         .evenWithoutPlan()
         .run([&](Scanner &, Lock &) {
-            const std::string &planError = Simulator::instance().planError();
+            const std::string &planError = SimulatedLibrary::instance().planError();
             const bool saysWhy = status == BadFaultPlan && !planError.empty();
             text = lastingText(saysWhy ? planError : statusText(status));
             return Success;

@@ -1,4 +1,4 @@
-#include "api/Simulator.h"
+#include "api/SimulatedLibrary.h"
 #include "api/Status.h"
 
 #include <set>
@@ -22,14 +22,13 @@ void check(const ScannerSetup &setup)
 
 void usePlan(const FaultPlan &plan)
 {
-    Simulator &simulator = Simulator::instance();
-    Lock lock = simulator.enter();
-    if (plan.scanner && simulator.scanner().isConnected())
+    LockedLibrary library;
+    if (plan.scanner && library->scanner().isConnected())
         throw std::invalid_argument(
             "fault plan: scanner: cannot be replaced while a host is connected");
-    simulator.usePlan(plan.script);
+    library->usePlan(plan.script);
     if (plan.scanner)
-        simulator.scanner().setSetup(*plan.scanner);
+        library->scanner().setSetup(*plan.scanner);
 }
 
 } // namespace
@@ -37,60 +36,47 @@ void usePlan(const FaultPlan &plan)
 void reset(const ScannerSetup &setup)
 {
     check(setup);
-    Simulator &simulator = Simulator::instance();
-    Lock lock = simulator.enter();
-    simulator.reset(lock);
-    simulator.scanner().setSetup(setup);
+    LockedLibrary library;
+    library->reset(library.lock());
+    library->scanner().setSetup(setup);
 }
 
 void reset()
 {
-    Simulator &simulator = Simulator::instance();
-    Lock lock = simulator.enter();
-    simulator.reset(lock);
+    LockedLibrary library;
+    library->reset(library.lock());
 }
 
 ScannerSetup setup()
 {
-    Simulator &simulator = Simulator::instance();
-    Lock lock = simulator.enter();
-    return simulator.scanner().setup();
+    return LockedLibrary()->scanner().setup();
 }
 
 std::vector<Call> calls()
 {
-    Simulator &simulator = Simulator::instance();
-    Lock lock = simulator.enter();
-    return simulator.recorder().calls();
+    return LockedLibrary()->recorder().calls();
 }
 
 void clearCalls()
 {
-    Simulator &simulator = Simulator::instance();
-    Lock lock = simulator.enter();
-    simulator.recorder().clearCalls();
+    LockedLibrary()->recorder().clearCalls();
 }
 
 int callCount(const std::string &function)
 {
-    Simulator &simulator = Simulator::instance();
-    Lock lock = simulator.enter();
-    return simulator.recorder().count(function);
+    return LockedLibrary()->recorder().count(function);
 }
 
 void script(const std::string &function, int call, const Answer &answer)
 {
-    Simulator &simulator = Simulator::instance();
-    Lock lock = simulator.enter();
+    LockedLibrary library;
     const bool every = call == EveryCall;
-    simulator.script().add(function, Occurrence{every ? 1 : call, every}, answer);
+    library->script().add(function, Occurrence{every ? 1 : call, every}, answer);
 }
 
 void scriptFrame(int frame, const FrameFault &fault)
 {
-    Simulator &simulator = Simulator::instance();
-    Lock lock = simulator.enter();
-    simulator.script().add(Occurrence{frame, false}, fault);
+    LockedLibrary()->script().add(Occurrence{frame, false}, fault);
 }
 
 void setFaultPlan(const std::string &json)
@@ -105,41 +91,32 @@ void loadFaultPlan(const std::string &file)
 
 void setHostile(bool hostile)
 {
-    Simulator &simulator = Simulator::instance();
-    Lock lock = simulator.enter();
-    simulator.script().hostile = hostile;
+    LockedLibrary()->script().hostile = hostile;
 }
 
 void sendStatus(unsigned char first, unsigned char second)
 {
-    Simulator &simulator = Simulator::instance();
-    Lock lock = simulator.enter();
-    simulator.scanner().sendStatus({first, second});
+    LockedLibrary()->scanner().sendStatus({first, second});
 }
 
 void setAttached(bool attached)
 {
-    Simulator &simulator = Simulator::instance();
-    Lock lock = simulator.enter();
+    LockedLibrary library;
     if (attached)
-        simulator.scanner().attach();
+        library->scanner().attach();
     else
-        simulator.scanner().detach(std::nullopt);
+        library->scanner().detach(std::nullopt);
 }
 
 void setUserInformationFile(const std::string &file)
 {
-    Simulator &simulator = Simulator::instance();
-    Lock lock = simulator.enter();
-    simulator.userBlocks() =
-        file.empty() ? UserBlocks() : UserBlocks(std::filesystem::u8path(file));
+    LockedLibrary library;
+    library->userBlocks() = file.empty() ? UserBlocks() : UserBlocks(std::filesystem::u8path(file));
 }
 
 Account account()
 {
-    Simulator &simulator = Simulator::instance();
-    Lock lock = simulator.enter();
-    return simulator.scanner().account();
+    return LockedLibrary()->scanner().account();
 }
 
 } // namespace Tessel3SyncSimulator

@@ -49,24 +49,23 @@ RETSTATUS Request::check(const Scanner &scanner) const
 
 RETSTATUS Request::run(const Body &body)
 {
-    Simulator &simulator = Simulator::instance();
-    Lock lock = simulator.enter();
-    Scanner &scanner = simulator.scanner();
+    LockedLibrary library;
+    Scanner &scanner = library->scanner();
     if (device) {
         const bool isOpen = scanner.isConnectedAs(*device);
         recorded.arguments.insert(recorded.arguments.begin(),
                                   isOpen ? "device" : addressText(*device));
     }
-    const int number = simulator.recorder().record(recorded);
-    if (!simulator.planError().empty() && !withoutPlan)
+    const int number = library->recorder().record(recorded);
+    if (!library->planError().empty() && !withoutPlan)
         return refusal(BadFaultPlan);
 
-    const Answer answer = simulator.answerTo(recorded.function, number);
+    const Answer answer = library->answerTo(recorded.function, number);
     if (answer.delayMs > 0)
-        simulator.pass(lock, answer.delayMs);
+        library->pass(library.lock(), answer.delayMs);
     if (answer.disconnect)
         scanner.detach(answer.backAfterMs);
-    const RETSTATUS status = serve(scanner, lock, answer, body);
+    const RETSTATUS status = serve(scanner, library.lock(), answer, body);
     for (const auto &[output, value] : answer.outputs)
         write(output, value);
     return status;

@@ -3,7 +3,7 @@
 #define TESSEL3SYNCSIMULATOR_REQUEST_H
 
 #include "api/Outputs.h"
-#include "api/Simulator.h"
+#include "api/SimulatedLibrary.h"
 #include "api/Status.h"
 
 #include <functional>

@@ -10,7 +10,7 @@ RETSTATUS Tessel3Sync::SetScanCallBackFunction(void *&device, ScanCallBack funct
         .evenIfLost()
         .run([&](Scanner &scanner, Lock &lock) {
             scanner.setScanCallback(function, context);
-            Simulator::instance().awaitCallback(lock);
+            SimulatedLibrary::instance().awaitCallback(lock);
             return Success;
         });
 }
@@ -23,7 +23,7 @@ RETSTATUS Tessel3Sync::SetStatusCallBackFunction(void *&device, StatusCallBack f
         .evenIfLost()
         .run([&](Scanner &scanner, Lock &lock) {
             scanner.setStatusCallback(function, context);
-            Simulator::instance().awaitCallback(lock);
+            SimulatedLibrary::instance().awaitCallback(lock);
             return Success;
         });
 }

@@ -1,5 +1,5 @@
 // The turntable, and the truth about the pictures.
-#include "api/Simulator.h"
+#include "api/SimulatedLibrary.h"
 #include "render/Calibration.h"
 #include "render/ViewCache.h"
 
@@ -26,16 +26,12 @@ void setTurntableAngle(double degrees)
     if (!(std::abs(degrees) <= largestAngle))
         throw std::invalid_argument(
             "the angle of the turntable must be within 3600000 degrees of 0");
-    Simulator &simulator = Simulator::instance();
-    Lock lock = simulator.enter();
-    simulator.scanner().turnTable(degrees);
+    LockedLibrary()->scanner().turnTable(degrees);
 }
 
 double turntableAngle()
 {
-    Simulator &simulator = Simulator::instance();
-    Lock lock = simulator.enter();
-    return simulator.scanner().tableAngle();
+    return LockedLibrary()->scanner().tableAngle();
 }
 
 Calibration calibration(CameraKind camera)
@@ -46,11 +42,10 @@ Calibration calibration(CameraKind camera)
 
 std::vector<float> trueDepth(CameraKind camera, int frame)
 {
-    Simulator &simulator = Simulator::instance();
-    Lock lock = simulator.enter();
-    const ScannerSetup setup = simulator.scanner().setup();
-    const double degrees = simulator.scanner().tableAngleAt(frame);
-    lock.unlock();
+    LockedLibrary library;
+    const ScannerSetup setup = library->scanner().setup();
+    const double degrees = library->scanner().tableAngleAt(frame);
+    library.lock().unlock();
     return depthsAt(camera, setup, degrees);
 }
 

@@ -7,7 +7,7 @@ RETSTATUS Tessel3Sync::SnapColorImage(void *&device, std::vector<unsigned char *
                                       int &dimension1, int &dimension2, const int &fifth,
                                       double &sixth, int &seventh, CONTROLROUTE route)
 {
-    ImageOutput imageOutput{images, Simulator::instance().scanner().snapshot()};
+    ImageOutput imageOutput{images, SimulatedLibrary::instance().scanner().snapshot()};
     // Constant to us, but hosts pass a variable and read it back.
     int &fifthOutput = const_cast<int &>(fifth);
     Request request(call<indexOf("SnapColorImage")>(imageOutput, dimension1, dimension2,

@@ -10,16 +10,16 @@
 
 namespace Tessel3SyncSimulator {
 
-/// The blocks of text that a host keeps in the scanner. They outlast connections, and the process
-/// too where a file is named for them.
+/// The blocks of text that a host keeps in the scanner. They outlast connections and, if they are
+/// kept in a file, the process.
 class UserBlocks
 {
 public:
-    /// Kept in memory alone.
+    /// Kept in memory only.
     UserBlocks() = default;
 
-    /// Kept in a file, which is read now; that it does not exist yet is no error. A file that is
-    /// not ours is left as it is, and every call is refused.
+    /// Kept in a file, which is read now; it need not exist yet. A file with any other content is
+    /// left alone, and every call is refused.
     explicit UserBlocks(const std::filesystem::path &path);
 
     RETSTATUS write(int address, const std::string &text);

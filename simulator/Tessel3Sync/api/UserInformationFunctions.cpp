@@ -17,7 +17,7 @@ RETSTATUS Tessel3Sync::WriteUserInfomation(void *&device, int address, const cha
                 return refusal(BadAddress);
             if (!readable)
                 return refusal(BadLength);
-            return Simulator::instance().userBlocks().write(
+            return SimulatedLibrary::instance().userBlocks().write(
                 address, std::string(data, static_cast<std::size_t>(length)));
         });
 }
@@ -34,7 +34,7 @@ RETSTATUS Tessel3Sync::ReadUserInfomation(void *&device, int address, char *&buf
             if (!isIn(0, address, UserInformationBlocks - 1))
                 return refusal(BadAddress);
             std::string text;
-            const RETSTATUS status = Simulator::instance().userBlocks().read(address, text);
+            const RETSTATUS status = SimulatedLibrary::instance().userBlocks().read(address, text);
             if (status == Success)
                 writeToBuffer(buffer, text);
             return status;

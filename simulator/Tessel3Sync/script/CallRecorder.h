@@ -26,7 +26,7 @@ private:
     std::map<std::string, int> counts;
 };
 
-// Arguments as they stand in Call::arguments.
+// Arguments as Call::arguments shows them.
 std::string argumentText(bool value);
 std::string argumentText(int value);
 std::string argumentText(double value);

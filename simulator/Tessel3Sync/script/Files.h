@@ -7,10 +7,10 @@
 
 namespace Tessel3SyncSimulator {
 
-/// All bytes of a file; nothing if it cannot be read.
+/// The whole content of a file; none if it cannot be read.
 std::optional<std::string> fileContent(const std::filesystem::path &file);
 
-/// Puts a whole file in the place of another, or leaves the other as it is and returns false.
+/// Replaces a file as a whole, or returns false and leaves it as it is.
 bool replaceFile(const std::filesystem::path &file, const std::string &content);
 
 } // namespace Tessel3SyncSimulator

@@ -1,4 +1,4 @@
-// JSON read strictly: what does not fit is refused, never guessed at.
+// Reads JSON strictly: what does not fit is refused, never guessed.
 #ifndef TESSEL3SYNCSIMULATOR_STRICTJSON_H
 #define TESSEL3SYNCSIMULATOR_STRICTJSON_H
 
@@ -10,7 +10,7 @@
 
 namespace Tessel3SyncSimulator {
 
-/// Throws std::invalid_argument, as everything here does for what does not fit.
+/// Throws std::invalid_argument, as does everything here for what does not fit.
 [[noreturn]] void fail(const std::string &text);
 
 std::string quoted(const std::string &text);
@@ -18,11 +18,11 @@ std::string quoted(const std::string &text);
 /// Refuses a repeated key too: one of the two values would be lost silently.
 nlohmann::json parsedJson(const std::string &text);
 
-/// Whether it is a whole number that an int holds. JSON's numbers are wider, and would be cut or
-/// rounded in silence.
+/// Whether it is an integer within the range of int. Other numbers of JSON would be truncated
+/// silently.
 bool isInteger(const nlohmann::json &value);
 
-/// One JSON object: hands out its members by name, and knows which nobody asked for.
+/// A JSON object whose members are read by name, and which knows those that nobody has read.
 class JsonObject
 {
 public:

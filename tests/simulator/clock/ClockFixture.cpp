@@ -1,13 +1,13 @@
 #include "ClockFixture.h"
 
-#include "api/Simulator.h"
+#include "api/SimulatedLibrary.h"
 
 using namespace Tessel3Sync;
 using namespace Tessel3SyncSimulator;
 
 VirtualScanner::VirtualScanner()
 {
-    Simulator::instance().useForTests(time, pictures);
+    SimulatedLibrary::instance().useForTests(time, pictures);
     ScannerSetup setup;
     setup.width = 16;
     setup.height = 16;

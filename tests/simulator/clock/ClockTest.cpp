@@ -1,7 +1,7 @@
 // Scans in a time of the test's own, over the library's functions: every moment is exact.
 #include "ClockFixture.h"
 
-#include "api/Simulator.h"
+#include "api/SimulatedLibrary.h"
 
 using namespace Tessel3Sync;
 using namespace Tessel3SyncSimulator;

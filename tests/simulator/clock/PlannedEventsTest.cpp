@@ -18,11 +18,11 @@ TEST_F(PlannedEvents, ComeBeforeTheirFrameInEveryScan)
     takeEvents([&] { framesBefore.push_back(frames.size()); });
     for (int scan = 0; scan < 2; ++scan) {
         switchOn();
-        time.pass(35);
+        time.pass(55);
         switchOff();
     }
     EXPECT_EQ((Events{{3, 2}, {2, 3}, {3, 2}, {2, 3}}), events);
-    EXPECT_EQ((std::vector<std::size_t>{1, 1, 4, 4}), framesBefore);
+    EXPECT_EQ((std::vector<std::size_t>{1, 1, 6, 6}), framesBefore);
 }
 
 TEST_F(PlannedEvents, ComeWithEveryNthFrame)
@@ -70,11 +70,12 @@ TEST_F(PlannedEvents, EndWithTheConnection)
     connect();
     takeEvents();
     time.pass(20);
-    setFaultPlan("{}");
     connect();
     takeEvents();
-    time.pass(100);
+    time.pass(29);
     EXPECT_EQ(Events(), events);
+    time.pass(1);
+    EXPECT_EQ((Events{{3, 1}}), events);
 }
 
 TEST_F(PlannedEvents, ComeInTheOrderOfTheirMomentsWhateverTheHostIsDoing)

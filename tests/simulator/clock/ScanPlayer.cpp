@@ -1,6 +1,6 @@
 #include "ScanPlayer.h"
 
-#include "api/Simulator.h"
+#include "api/SimulatedLibrary.h"
 
 #include <algorithm>
 
@@ -36,7 +36,7 @@ Cameras &cameras()
 ScanPlayer::ScanPlayer(const Sequence &followed)
     : sequence(followed)
 {
-    Simulator::instance().useForTests(time, pictures);
+    SimulatedLibrary::instance().useForTests(time, pictures);
     ScannerSetup setup;
     setup.width = 16;
     setup.height = 16;
@@ -142,11 +142,11 @@ int ScanPlayer::snapshot()
 
 std::vector<int> ScanPlayer::tableAngles(std::size_t frames)
 {
-    const Lock lock = Simulator::instance().enter();
+    const Lock lock = SimulatedLibrary::instance().enter();
     std::vector<int> all;
     while (all.size() < frames) {
         const int frame = static_cast<int>(all.size()) + 1;
-        all.push_back(static_cast<int>(Simulator::instance().scanner().tableAngleAt(frame)));
+        all.push_back(static_cast<int>(SimulatedLibrary::instance().scanner().tableAngleAt(frame)));
     }
     return all;
 }

@@ -1,6 +1,6 @@
 #include "VirtualTime.h"
 
-#include "api/Simulator.h"
+#include "api/SimulatedLibrary.h"
 
 #include <stdexcept>
 
@@ -62,7 +62,7 @@ void VirtualTime::doWork()
 {
     workAt = TimePoint::max();
     working = true;
-    Lock lock = Simulator::instance().enter();
+    Lock lock = SimulatedLibrary::instance().enter();
     const auto again = work->step(lock);
     working = false;
     if (again)

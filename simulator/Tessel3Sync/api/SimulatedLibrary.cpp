@@ -1,4 +1,4 @@
-#include "api/Simulator.h"
+#include "api/SimulatedLibrary.h"
 
 #include "api/Platform.h"
 
@@ -7,20 +7,20 @@
 
 namespace Tessel3SyncSimulator {
 
-Simulator::Simulator()
+SimulatedLibrary::SimulatedLibrary()
 {
     stayLoaded();
     time->serve(frames);
     readEnvironment();
 }
 
-Simulator &Simulator::instance()
+SimulatedLibrary &SimulatedLibrary::instance()
 {
-    static Simulator &only = *new Simulator;
+    static SimulatedLibrary &only = *new SimulatedLibrary;
     return only;
 }
 
-void Simulator::readEnvironment()
+void SimulatedLibrary::readEnvironment()
 {
     plan = Script();
     error.clear();
@@ -41,26 +41,26 @@ void Simulator::readEnvironment()
     blocks = blocksFile ? UserBlocks(*blocksFile) : UserBlocks();
 }
 
-Lock Simulator::enter()
+Lock SimulatedLibrary::enter()
 {
     Lock lock(mutex);
     onlyScanner.catchUp();
     return lock;
 }
 
-void Simulator::pass(Lock &lock, int milliseconds)
+void SimulatedLibrary::pass(Lock &lock, int milliseconds)
 {
     time->pass(lock, std::chrono::milliseconds(milliseconds));
     onlyScanner.catchUp();
 }
 
-void Simulator::awaitCallback(Lock &lock)
+void SimulatedLibrary::awaitCallback(Lock &lock)
 {
     frames.awaitCallback(lock);
     onlyScanner.catchUp();
 }
 
-void Simulator::disconnectAll(Lock &lock)
+void SimulatedLibrary::disconnectAll(Lock &lock)
 {
     do {
         onlyScanner.disconnect();
@@ -68,7 +68,7 @@ void Simulator::disconnectAll(Lock &lock)
     } while (onlyScanner.isConnected());
 }
 
-void Simulator::reset(Lock &lock)
+void SimulatedLibrary::reset(Lock &lock)
 {
     disconnectAll(lock);
     onlyScanner.reset();
@@ -77,7 +77,7 @@ void Simulator::reset(Lock &lock)
     readEnvironment();
 }
 
-void Simulator::usePlan(const Script &replacement)
+void SimulatedLibrary::usePlan(const Script &replacement)
 {
     plan = replacement;
     error.clear();
@@ -85,14 +85,14 @@ void Simulator::usePlan(const Script &replacement)
 }
 
 /// A copy: the script may change while the call waits.
-Answer Simulator::answerTo(const std::string &function, int call) const
+Answer SimulatedLibrary::answerTo(const std::string &function, int call) const
 {
     const Answer *first = scripted.find(function, call);
     const Answer *answer = first ? first : plan.find(function, call);
     return answer ? *answer : Answer();
 }
 
-void Simulator::useForTests(TimeSource &otherTime, PictureSource &otherPictures)
+void SimulatedLibrary::useForTests(TimeSource &otherTime, PictureSource &otherPictures)
 {
     time = &otherTime;
     time->serve(frames);
@@ -100,14 +100,14 @@ void Simulator::useForTests(TimeSource &otherTime, PictureSource &otherPictures)
     frames.usePictures(otherPictures);
 }
 
-FrameFault Simulator::faultOf(int frame) const
+FrameFault SimulatedLibrary::faultOf(int frame) const
 {
     const FrameFault *first = scripted.find(frame);
     const FrameFault *fault = first ? first : plan.find(frame);
     return fault ? *fault : FrameFault();
 }
 
-std::vector<StatusBytes> Simulator::eventsAt(int frame) const
+std::vector<StatusBytes> SimulatedLibrary::eventsAt(int frame) const
 {
     std::vector<StatusBytes> events;
     for (const PlannedEvent &event : plan.eventsAt(frame))
@@ -115,7 +115,7 @@ std::vector<StatusBytes> Simulator::eventsAt(int frame) const
     return events;
 }
 
-std::multimap<int, StatusBytes> Simulator::timedEvents() const
+std::multimap<int, StatusBytes> SimulatedLibrary::timedEvents() const
 {
     std::multimap<int, StatusBytes> events;
     for (const auto &[afterMs, event] : plan.timedEvents())

@@ -1,10 +1,10 @@
-// The one simulator of the process: the scanner with its thread, what was scripted for it, and the
-// record of its calls.
+// The library as a whole, one for the process: the scanner with its thread, what is scripted for
+// it, and the record of its calls.
 //
-// One mutex guards everything; it is released while host code runs, while pictures are made, and
-// while somebody waits.
-#ifndef TESSEL3SYNCSIMULATOR_SIMULATOR_H
-#define TESSEL3SYNCSIMULATOR_SIMULATOR_H
+// One mutex guards everything. It is released while host code runs, while pictures are made, and
+// while a call waits.
+#ifndef TESSEL3SYNCSIMULATOR_SIMULATEDLIBRARY_H
+#define TESSEL3SYNCSIMULATOR_SIMULATEDLIBRARY_H
 
 #include "api/UserBlocks.h"
 #include "scanner/FrameThread.h"
@@ -19,15 +19,15 @@
 namespace Tessel3SyncSimulator {
 
 /// But for instance() and enter(), the mutex must be held for every operation, as enter() gives it.
-class Simulator final : private ScanPlan
+class SimulatedLibrary final : private ScanPlan
 {
 public:
     /// Never destroyed: its thread may outlive the end of main().
-    static Simulator &instance();
+    static SimulatedLibrary &instance();
 
-    ~Simulator() = delete;
-    Simulator(const Simulator &) = delete;
-    Simulator &operator=(const Simulator &) = delete;
+    ~SimulatedLibrary() = delete;
+    SimulatedLibrary(const SimulatedLibrary &) = delete;
+    SimulatedLibrary &operator=(const SimulatedLibrary &) = delete;
 
     /// Locks the mutex and does what has become due.
     Lock enter();
@@ -62,7 +62,7 @@ public:
     void useForTests(TimeSource &otherTime, PictureSource &otherPictures);
 
 private:
-    Simulator();
+    SimulatedLibrary();
 
     void readEnvironment();
 
@@ -84,6 +84,20 @@ private:
     std::string error;
     CallRecorder calls;
     UserBlocks blocks;
+};
+
+/// The library with its mutex held.
+class LockedLibrary
+{
+public:
+    SimulatedLibrary *operator->() const { return &library; }
+
+    /// For operations that release the mutex.
+    Lock &lock() { return held; }
+
+private:
+    SimulatedLibrary &library = SimulatedLibrary::instance();
+    Lock held = library.enter();
 };
 
 } // namespace Tessel3SyncSimulator

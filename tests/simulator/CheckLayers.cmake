@@ -1,0 +1,30 @@
+# The simulator's folders know only those below them.
+#   cmake -DSOURCE_DIR=dir -P CheckLayers.cmake
+
+cmake_policy(VERSION 3.25)
+
+set(layers api script scanner render)
+set(allowed_api api script scanner render)
+set(allowed_script script)
+set(allowed_scanner scanner render)
+set(allowed_render render)
+
+set(faults "")
+foreach(layer IN LISTS layers)
+  file(GLOB sources "${SOURCE_DIR}/${layer}/*.h" "${SOURCE_DIR}/${layer}/*.cpp")
+  if(NOT sources)
+    message(FATAL_ERROR "No sources in ${SOURCE_DIR}/${layer}.")
+  endif()
+  foreach(source IN LISTS sources)
+    file(STRINGS "${source}" includes REGEX "^#include \"")
+    foreach(include IN LISTS includes)
+      string(REGEX REPLACE "^#include \"([a-z]*)/?.*" "\\1" other "${include}")
+      if(NOT other IN_LIST allowed_${layer})
+        string(APPEND faults "${source}: ${include}\n")
+      endif()
+    endforeach()
+  endforeach()
+endforeach()
+if(faults)
+  message(FATAL_ERROR "These know what they must not:\n${faults}")
+endif()
