@@ -6,8 +6,6 @@
 
 #include <fuzzer/FuzzedDataProvider.h>
 
-#include <algorithm>
-
 namespace {
 
 using namespace KvSyncCore;
@@ -15,12 +13,6 @@ using namespace KvSyncCore;
 QString anyText(FuzzedDataProvider &data)
 {
     return QString::fromStdString(data.ConsumeRandomLengthString(60));
-}
-
-QStringList sorted(QStringList list)
-{
-    list.sort();
-    return list;
 }
 
 int buildOf(const QString &fileName)
@@ -48,17 +40,17 @@ void checkChoice(FuzzedDataProvider &data)
     QStringList fileNames;
     while (data.remaining_bytes() > 0 && fileNames.size() < 20)
         fileNames.append(anyText(data));
-    const QStringList before = sorted(fileNames);
 
-    PluginFile::moveHighestBuildToFront(fileNames);
-    KVSYNC_REQUIRE(sorted(fileNames) == before);
+    const QString build = PluginFile::highestBuild(fileNames);
+    const QString highest = PluginFile::highestVersion(fileNames);
+    KVSYNC_REQUIRE(fileNames.isEmpty() ? build.isEmpty() : fileNames.contains(build));
+    KVSYNC_REQUIRE(fileNames.isEmpty() ? highest.isEmpty() : fileNames.contains(highest));
     for (const QString &fileName : qAsConst(fileNames)) {
-        KVSYNC_REQUIRE(PluginFile::versionOf(fileName).segmentCount() == 3);
-        KVSYNC_REQUIRE(buildOf(fileName) <= buildOf(fileNames.first()));
+        const QVersionNumber version = PluginFile::versionOf(fileName);
+        KVSYNC_REQUIRE(version.segmentCount() == 3);
+        KVSYNC_REQUIRE(buildOf(fileName) <= buildOf(build));
+        KVSYNC_REQUIRE(version <= PluginFile::versionOf(highest));
     }
-
-    PluginFile::moveHighestVersionToFront(fileNames);
-    KVSYNC_REQUIRE(sorted(fileNames) == before);
 }
 
 } // namespace

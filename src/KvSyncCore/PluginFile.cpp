@@ -19,24 +19,37 @@ int buildNumberOf(const QString &fileName)
 }
 
 template <typename Measure>
-void moveHighestToFront(QStringList &fileNames, Measure measure)
+QString firstOfTheHighest(const QStringList &fileNames, Measure measure)
 {
-    if (fileNames.size() < 2)
-        return;
-    auto highest = measure(fileNames.first());
-    for (int i = 1; i < fileNames.size(); ++i) {
-        const auto candidate = measure(fileNames.at(i));
-        if (highest < candidate) {
-            highest = candidate;
-            fileNames.swapItemsAt(i, 0);
+    QString chosen = fileNames.value(0);
+    auto highest = measure(chosen);
+    for (const QString &candidate : fileNames) {
+        const auto measured = measure(candidate);
+        if (highest < measured) {
+            highest = measured;
+            chosen = candidate;
         }
     }
+    return chosen;
+}
+
+Search search(const QString &pluginDir, const QString &pattern,
+              QString (*choose)(const QStringList &fileNames))
+{
+    const QString folder = directory(pluginDir);
+    if (!QDir(folder).exists())
+        return {PathNotExist, noPathText(folder), {}, {}};
+    const QStringList fileNames = list(folder, pattern);
+    if (fileNames.isEmpty())
+        return {PluginFileNotExist, noFileText(folder), {}, {}};
+    const QString fileName = choose(fileNames);
+    return {Success, {}, fileName, QDir(folder).absoluteFilePath(fileName)};
 }
 
 } // namespace
 
-// QString::asprintf reads %s as UTF-8, so that a Latin-1 letter above 127 comes out as U+FFFD:
-// keys and texts have always been made so.
+// QString::asprintf reads %s as UTF-8, so that a Latin-1 letter above 127 comes out as U+FFFD: part
+// of the contract.
 
 QString key(const QString &name, const QVersionNumber &version)
 {
@@ -65,7 +78,7 @@ QString noPathText(const QString &directory)
     return QString::asprintf("%s is no exist path", directory.toLatin1().constData());
 }
 
-// The directory, not the pattern, is named: people search their logs for it.
+// It names the directory, not the pattern: part of the contract.
 QString noFileText(const QString &directory)
 {
     return QString::asprintf("%s is no exist dll", directory.toLatin1().constData());
@@ -81,14 +94,25 @@ QVersionNumber versionOf(const QString &fileName)
     return {numberAt(fileName, 1), numberAt(fileName, 2), numberAt(fileName, 3)};
 }
 
-void moveHighestBuildToFront(QStringList &fileNames)
+QString highestBuild(const QStringList &fileNames)
 {
-    moveHighestToFront(fileNames, buildNumberOf);
+    return firstOfTheHighest(fileNames, buildNumberOf);
 }
 
-void moveHighestVersionToFront(QStringList &fileNames)
+QString highestVersion(const QStringList &fileNames)
 {
-    moveHighestToFront(fileNames, versionOf);
+    return firstOfTheHighest(fileNames, versionOf);
+}
+
+Search findHighestBuild(const QString &pluginDir, const QString &name,
+                        const QVersionNumber &version)
+{
+    return search(pluginDir, buildPattern(name, version), highestBuild);
+}
+
+Search findHighestVersion(const QString &pluginDir, const QString &name)
+{
+    return search(pluginDir, versionPattern(name), highestVersion);
 }
 
 QObject *rootObject(QPluginLoader &loader)

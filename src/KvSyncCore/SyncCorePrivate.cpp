@@ -16,7 +16,7 @@ void SyncCorePrivate::init(const QString &commandPluginDir, const QString &devic
 {
     const bool differ = QString::compare(commandPluginDir, devicePluginDir, Qt::CaseSensitive) != 0;
     if (!differ || commandPluginDir.isEmpty() || devicePluginDir.isEmpty()) {
-        // Two blanks after the first "path"; hosts compare the text.
+        // The two blanks after the first "path" are part of the contract.
         throw KvSyncTool::Exception(
             InvalidParameter,
             QString::asprintf("Plug-in path  %s and Plug-in path %s cannot be the same or null",
@@ -36,8 +36,8 @@ void SyncCorePrivate::loadCommandPlugin(const QString &pluginName, const QVersio
                                         QStringLiteral(" is not a command plug-in"));
     }
     plugin->setDeviceController(&deviceController);
-    // Not unique: n calls make each event arrive n times, and hosts depend on it. By text, since
-    // plug-ins carry a meta-object of their own.
+    // Not unique, so that n calls make each event arrive n times: part of the contract. By text,
+    // since plug-ins carry a meta-object of their own.
     QObject::connect(plugin, "2sendSignals(bool, QString, QString, QVariantList, QVersionNumber)",
                      this, "2sendSignals(bool, QString, QString, QVariantList, QVersionNumber)",
                      Qt::DirectConnection);

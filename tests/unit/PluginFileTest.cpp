@@ -109,57 +109,51 @@ const VersionRow fileNames[] = {
 };
 INSTANTIATE_TEST_SUITE_P(FileNames, EachFileName, ::testing::ValuesIn(fileNames));
 
-struct OrderRow
+struct HighestRow
 {
     QStringList listed;
-    QStringList chosen;
+    QString chosen;
 };
 
-class BuildChoice : public ::testing::TestWithParam<OrderRow>
+class HighestBuild : public ::testing::TestWithParam<HighestRow>
 {
 };
 
-TEST_P(BuildChoice, SwapsTheFirstHighestBuildToTheFront)
+TEST_P(HighestBuild, IsTheFirstOfTheListByNumber)
 {
-    QStringList order = GetParam().listed;
-    PluginFile::moveHighestBuildToFront(order);
-    EXPECT_EQ(order, GetParam().chosen);
+    EXPECT_EQ(PluginFile::highestBuild(GetParam().listed), GetParam().chosen);
 }
 
-const OrderRow builds[] = {
-    {{}, {}},
-    {{"D.1.0.9.dll"}, {"D.1.0.9.dll"}},
-    {{"D.1.0.3.dll", "D.1.0.12.dll", "D.1.0.7.dll"},
-     {"D.1.0.12.dll", "D.1.0.3.dll", "D.1.0.7.dll"}},
-    {{"D.1.0.3.dll", "D.1.0.7.dll", "D.1.0.12.dll"},
-     {"D.1.0.12.dll", "D.1.0.3.dll", "D.1.0.7.dll"}},
-    {{"D.1.0.5.dll", "D.1.0.05.dll"}, {"D.1.0.5.dll", "D.1.0.05.dll"}},
-    {{"D.1.0.05.dll", "D.1.0.5.dll"}, {"D.1.0.05.dll", "D.1.0.5.dll"}},
-    {{"D.1.0.x.dll", "D.1.0.1.dll"}, {"D.1.0.1.dll", "D.1.0.x.dll"}},
-    {{"D.1.0.-1.dll", "D.1.0.x.dll"}, {"D.1.0.x.dll", "D.1.0.-1.dll"}},
-    {{"D.9.9.1.dll", "D.1.0.2.dll"}, {"D.1.0.2.dll", "D.9.9.1.dll"}},
+const HighestRow builds[] = {
+    {{}, ""},
+    {{"D.1.0.9.dll"}, "D.1.0.9.dll"},
+    {{"D.1.0.3.dll", "D.1.0.12.dll", "D.1.0.7.dll"}, "D.1.0.12.dll"},
+    {{"D.1.0.3.dll", "D.1.0.7.dll", "D.1.0.12.dll"}, "D.1.0.12.dll"},
+    {{"D.1.0.5.dll", "D.1.0.05.dll"}, "D.1.0.5.dll"},
+    {{"D.1.0.05.dll", "D.1.0.5.dll"}, "D.1.0.05.dll"},
+    {{"D.1.0.x.dll", "D.1.0.1.dll"}, "D.1.0.1.dll"},
+    {{"D.1.0.-1.dll", "D.1.0.x.dll"}, "D.1.0.x.dll"},
+    {{"D.9.9.1.dll", "D.1.0.2.dll"}, "D.1.0.2.dll"},
 };
-INSTANTIATE_TEST_SUITE_P(Builds, BuildChoice, ::testing::ValuesIn(builds));
+INSTANTIATE_TEST_SUITE_P(PluginFile, HighestBuild, ::testing::ValuesIn(builds));
 
-class VersionChoice : public ::testing::TestWithParam<OrderRow>
+class HighestVersion : public ::testing::TestWithParam<HighestRow>
 {
 };
 
-TEST_P(VersionChoice, SwapsTheFirstHighestVersionToTheFront)
+TEST_P(HighestVersion, IsTheFirstOfTheListByEachNumberInTurn)
 {
-    QStringList order = GetParam().listed;
-    PluginFile::moveHighestVersionToFront(order);
-    EXPECT_EQ(order, GetParam().chosen);
+    EXPECT_EQ(PluginFile::highestVersion(GetParam().listed), GetParam().chosen);
 }
 
-const OrderRow versions[] = {
-    {{}, {}},
-    {{"D.1.9.9.dll", "D.2.0.0.dll"}, {"D.2.0.0.dll", "D.1.9.9.dll"}},
-    {{"D.1.9.1.dll", "D.1.10.0.dll"}, {"D.1.10.0.dll", "D.1.9.1.dll"}},
-    {{"D.1.0.9.dll", "D.1.0.10.dll"}, {"D.1.0.10.dll", "D.1.0.9.dll"}},
-    {{"D.1.0.5.dll", "D.01.0.05.dll"}, {"D.1.0.5.dll", "D.01.0.05.dll"}},
+const HighestRow versions[] = {
+    {{}, ""},
+    {{"D.1.9.9.dll", "D.2.0.0.dll"}, "D.2.0.0.dll"},
+    {{"D.1.9.1.dll", "D.1.10.0.dll"}, "D.1.10.0.dll"},
+    {{"D.1.0.9.dll", "D.1.0.10.dll"}, "D.1.0.10.dll"},
+    {{"D.1.0.5.dll", "D.01.0.05.dll"}, "D.1.0.5.dll"},
 };
-INSTANTIATE_TEST_SUITE_P(Versions, VersionChoice, ::testing::ValuesIn(versions));
+INSTANTIATE_TEST_SUITE_P(PluginFile, HighestVersion, ::testing::ValuesIn(versions));
 
 TEST(PluginFileList, HoldsMatchingFilesAloneWhateverTheirCase)
 {

@@ -4,7 +4,6 @@
 #include "PluginFile.h"
 #include "command/Raise.h"
 
-#include <QtCore/QDir>
 #include <QtCore/QPluginLoader>
 
 #include <algorithm>
@@ -24,7 +23,7 @@ CommandInterface *interfaceOf(const CommandPluginEntry &entry)
 void CommandManager::setPluginDirPath(const QString &path)
 {
     if (path.isEmpty()) {
-        // The log carries the words, the exception none: callers depend on the empty text.
+        // The log carries the words, the exception none: part of the contract.
         KVSYNC_CRITICAL << "plugin path is null";
         throw KvSyncTool::Exception(InvalidParameter, QString());
     }
@@ -44,40 +43,30 @@ CommandInterface *CommandManager::loadSpecifyVersionPlugin(const QString &name,
     if (isLoaded(name, version))
         return getCommandInterface(name, version);
 
-    const QString directory = PluginFile::directory(pluginDirPath);
-    if (!QDir(directory).exists())
-        KVSYNC_RAISE(PathNotExist, PluginFile::noPathText(directory));
-    QStringList fileNames = PluginFile::list(directory, PluginFile::buildPattern(name, version));
-    if (fileNames.isEmpty())
-        KVSYNC_RAISE(PluginFileNotExist, PluginFile::noFileText(directory));
-    PluginFile::moveHighestBuildToFront(fileNames);
-
-    const QString filePath = QDir(directory).absoluteFilePath(fileNames.first());
-    // It says "device" though a command plug-in is loaded; log readers know the line so.
-    KVSYNC_DEBUG << "load device plugin " << filePath;
-    auto loader = std::make_unique<QPluginLoader>(filePath);
-    if (!PluginFile::rootObject(*loader))
+    const PluginFile::Search search = PluginFile::findHighestBuild(pluginDirPath, name, version);
+    if (search.code != Success)
+        KVSYNC_RAISE(search.code, search.failure);
+    // It says "device" though a command plug-in is loaded: part of the contract.
+    KVSYNC_DEBUG << "load device plugin " << search.filePath;
+    auto loader = std::make_unique<QPluginLoader>(search.filePath);
+    QObject *const instance = PluginFile::rootObject(*loader);
+    if (!instance)
         KVSYNC_RAISE(PluginLoadFailed, loader->errorString());
-    return store(name, version, fileNames.first(), std::move(loader));
+    return store(name, version, search.fileName, instance, std::move(loader));
 }
 
 CommandInterface *CommandManager::loadMaxVersionPlugin(const QString &name)
 {
-    const QString directory = PluginFile::directory(pluginDirPath);
-    if (!QDir(directory).exists())
-        KVSYNC_RAISE(PathNotExist, PluginFile::noPathText(directory));
-    QStringList fileNames = PluginFile::list(directory, PluginFile::versionPattern(name));
-    if (fileNames.isEmpty())
-        KVSYNC_RAISE(PluginFileNotExist, PluginFile::noFileText(directory));
-    PluginFile::moveHighestVersionToFront(fileNames);
-
-    const QString filePath = QDir(directory).absoluteFilePath(fileNames.first());
-    KVSYNC_DEBUG << "load device plugin " << filePath;
-    auto loader = std::make_unique<QPluginLoader>(filePath);
-    if (!PluginFile::rootObject(*loader))
+    const PluginFile::Search search = PluginFile::findHighestVersion(pluginDirPath, name);
+    if (search.code != Success)
+        KVSYNC_RAISE(search.code, search.failure);
+    KVSYNC_DEBUG << "load device plugin " << search.filePath;
+    auto loader = std::make_unique<QPluginLoader>(search.filePath);
+    QObject *const instance = PluginFile::rootObject(*loader);
+    if (!instance)
         KVSYNC_RAISE(PluginLoadFailed, loader->errorString());
-    const QVersionNumber found = PluginFile::versionOf(fileNames.first());
-    return store(name, {found.majorVersion(), found.minorVersion()}, fileNames.first(),
+    const QVersionNumber found = PluginFile::versionOf(search.fileName);
+    return store(name, {found.majorVersion(), found.minorVersion()}, search.fileName, instance,
                  std::move(loader));
 }
 
@@ -116,10 +105,9 @@ void CommandManager::recordLoadedVersion(const QString &name, const QVersionNumb
 }
 
 CommandInterface *CommandManager::store(const QString &name, const QVersionNumber &version,
-                                        const QString &fileName,
+                                        const QString &fileName, QObject *instance,
                                         std::unique_ptr<QPluginLoader> loader)
 {
-    QObject *const instance = loader->instance();
     auto *const plugin = qobject_cast<CommandInterface *>(instance);
     // Plug-ins stay loaded and their objects alive, beyond this manager too.
     keepUntilProcessEnd(loader.get());

@@ -21,12 +21,11 @@ struct CommandPluginEntry
     QString fileName; ///< bare file name
     QObject *instance;
     QPluginLoader *loader;
-    bool isCommandPlugin; ///< whether the root object answered to the interface identifier
+    bool isCommandPlugin; ///< whether the root object implements the interface
 };
 
-/// Finds, loads and looks up command plug-ins, and dispatches calls to them. Failures are logged
-/// once and thrown as KvSyncTool::Exception; the state is then as before. No lock: one operation at
-/// a time.
+/// Finds, loads and looks up command plug-ins, and dispatches calls to them. A failure is logged
+/// once and thrown as KvSyncTool::Exception; it leaves the state unchanged. Not thread-safe.
 class CommandManager
 {
 public:
@@ -37,7 +36,7 @@ public:
     void setPluginDirPath(const QString &path);
 
     /// The newest build of name.major.minor, loaded at most once. Null if its root object is not a
-    /// command plug-in; the entry stays all the same.
+    /// command plug-in; the entry stays nevertheless.
     CommandInterface *load(const QString &name, const QVersionNumber &version);
     CommandInterface *loadSpecifyVersionPlugin(const QString &name, const QVersionNumber &version);
 
@@ -56,7 +55,8 @@ private:
     QString lookupKey(const QString &name, const QVersionNumber &version) const;
     void recordLoadedVersion(const QString &name, const QVersionNumber &version);
     CommandInterface *store(const QString &name, const QVersionNumber &version,
-                            const QString &fileName, std::unique_ptr<QPluginLoader> loader);
+                            const QString &fileName, QObject *instance,
+                            std::unique_ptr<QPluginLoader> loader);
 
     QString pluginDirPath = QStringLiteral("Logic");
     QMap<QString, QList<QVersionNumber>> loadedVersions; ///< by plug-in name, in load order

@@ -35,12 +35,13 @@ struct DevicePluginRecord
     QPluginLoader *loader = nullptr;
 };
 
-/// The device side in one class over several rooms: DeviceManager.cpp is the frame,
-/// DevicePlugins.cpp loading and registry, DeviceOperations.cpp the handle-checked calls, and
-/// directlink/ the one scanner that needs no plug-in. What each operation does stands at the
-/// operation of the same name in KvSyncCore/DeviceController.h.
+/// The device side. One class in several files: DeviceManager.cpp holds construction, destruction
+/// and the plug-in directory; DevicePlugins.cpp loads plug-ins and keeps the registry of devices;
+/// DeviceOperations.cpp makes the handle-checked calls; directlink/ drives the scanner that needs
+/// no plug-in. Each operation is documented at its namesake in KvSyncCore/DeviceController.h.
 ///
-/// No operation is a const member, and none is overloaded: their names in the log are compared.
+/// No operation is const, and none is overloaded: the log shows their signatures, which are part of
+/// the contract (docs/compatibility.md says what that means).
 class DeviceManager
 {
 public:
@@ -53,7 +54,7 @@ public:
     /// an empty name, which changes nothing. Not guarded by the lock: set it before loading.
     ErrorCode setPluginDirPath(const QString &dir);
 
-    // Device plug-ins and their devices
+    // Device plug-ins and their devices: DevicePlugins.cpp
     ErrorCode loadDevicePlugin(const QString &pluginName, const QVersionNumber &version);
     QPair<ErrorCode, int> enumDevice(const QString &pluginName, const QVersionNumber &version);
     QPair<ErrorCode, qint64> createDevice(const QString &pluginName, const QVersionNumber &version);
@@ -61,7 +62,7 @@ public:
     QPair<ErrorCode, QString> name(const DeviceHandle handle);
     QPair<ErrorCode, QFlags<BaseDeviceSpace::DeviceType>> types(const DeviceHandle handle);
 
-    // Handle-checked operations of one device
+    // Handle-checked operations of one device: DeviceOperations.cpp
     ErrorCode connectDeviceByIndex(const DeviceHandle handle, int index);
     ErrorCode getProperty(const DeviceHandle handle, const QString &property,
                           QMap<QString, QVariant> &values);
@@ -115,7 +116,7 @@ public:
                                   ProjectorSpace::SubPatternType sub, int index, int width,
                                   int height, const QByteArray &pattern);
 
-    // Direct link: discovery and connection
+    // Direct link, discovery and connection: DirectLinkConnection.cpp
     ErrorCode connectDeviceBySerial(const DeviceHandle handle, const QString &serial);
     ErrorCode reconnectDevice(const DeviceHandle handle);
     ErrorCode disconnectDevice(const DeviceHandle handle);
@@ -130,14 +131,14 @@ public:
     ErrorCode getCameraSerialNumber(const int &index, QString &serial);
     ErrorCode getCameraResolution(const int &index, int &width, int &height);
 
-    // Direct link: scan session and command table
+    // Direct link, scan session: DirectLinkScan.cpp; command table: DirectLinkCommands.cpp
     ErrorCode setScanCallback(const DeviceHandle handle, void *function, void *context);
     ErrorCode setStatusCallback(const DeviceHandle handle, void *function, void *context);
     ErrorCode startScan(QMap<QString, QVariant> &parameters);
     ErrorCode stopScan();
     ErrorCode executeCommand(const QString &command, QMap<QString, QVariant> &parameters);
 
-    // Direct link: settings
+    // Direct link, settings: DirectLinkSettings.cpp
     ErrorCode setGainAndExpo(const DeviceHandle handle, unsigned short gain, double exposure,
                              signed char camera);
     ErrorCode getGainAndExpo(const DeviceHandle handle, unsigned short &gain, double &exposure,
@@ -158,7 +159,7 @@ public:
     ErrorCode getIRLaserDutioRatio(int &ratio);
     ErrorCode setDistanceIndicate(const int status);
 
-    // Direct link: capture, projection, user information
+    // Direct link, capture, projection and user information: DirectLinkCapture.cpp
     ErrorCode grabImage(const DeviceHandle handle, unsigned int route,
                         QList<CameraSpace::ImageBlock *> &blocks);
     ErrorCode writeCustomInfo(const DeviceHandle handle, unsigned int address,
@@ -168,11 +169,11 @@ public:
                       ProjectorSpace::SubPatternType sub);
 
 private:
-    /// What the tables say of one handle at one moment.
+    /// What the tables say about one handle at one moment.
     struct Registration
     {
         BaseDeviceSpace::DeviceInterface *device = nullptr; ///< null: not registered
-        QObject *plugin = nullptr; ///< the root object whose device it is; null: none
+        QObject *plugin = nullptr; ///< the root object that created it; null: none
         quint64 number = 0;
     };
 
@@ -204,7 +205,7 @@ private:
     quint64 lastRegistrationNumber = 0;
 
     QString pluginDirPath = QStringLiteral("Device");
-    int colorMode = 0; ///< as the last startScan was told, also when it ran without colour
+    int colorMode = 0; ///< as given to the last startScan, even if it ran without color
 };
 
 } // namespace KvSyncCore

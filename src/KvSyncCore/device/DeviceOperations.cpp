@@ -33,7 +33,7 @@ Capability *DeviceManager::capability(const DeviceHandle handle)
 
 ErrorCode DeviceManager::connectDeviceByIndex(const DeviceHandle handle, int index)
 {
-    // "The" stands before this one alone; log readers know the line so.
+    // Only this one begins with "The": part of the contract.
     KVSYNC_CALL_DEVICE(DeviceInterface, "The handle is invalid", connectDeviceByIndex(index));
 }
 

@@ -5,7 +5,6 @@
 #include "PluginFile.h"
 #include "device/DeviceManager.h"
 
-#include <QtCore/QDir>
 #include <QtCore/QPluginLoader>
 
 #include <algorithm>
@@ -35,7 +34,7 @@ DeviceInterface *deviceOf(const DeviceHandle handle)
 
 QString notLoadedText(const QString &name, const QVersionNumber &version)
 {
-    // Name and version stand together without a separator; log readers know the line so.
+    // No separator between name and version: part of the contract.
     return QStringLiteral("The ") + name + version.toString() + QStringLiteral(" is not exist");
 }
 
@@ -46,34 +45,29 @@ ErrorCode DeviceManager::loadDevicePlugin(const QString &pluginName, const QVers
     if (pluginName.isEmpty() || version.isNull()) {
         KVSYNC_CRITICAL << nameOrVersionNull;
         KVSYNC_GLOG_ERROR << nameOrVersionNull;
-        // enumDevice and createDevice have a code of their own for this; callers tell them apart.
+        // enumDevice and createDevice return another code for this: part of the contract.
         return InvalidParameter;
     }
     if (isLoaded(pluginName, version))
         return Success;
 
-    const QString directory = PluginFile::directory(pluginDirPath);
-    if (!QDir(directory).exists()) {
-        const QString text = PluginFile::noPathText(directory);
-        KVSYNC_CRITICAL << text;
-        KVSYNC_GLOG_ERROR << text.toStdString();
-        return PathNotExist;
+    const PluginFile::Search search =
+        PluginFile::findHighestBuild(pluginDirPath, pluginName, version);
+    if (search.code != Success) {
+        KVSYNC_CRITICAL << search.failure;
+        // A missing file, unlike a missing directory, is on the Qt channel alone: part of the
+        // contract.
+        if (search.code == PathNotExist)
+            KVSYNC_GLOG_ERROR << search.failure.toStdString();
+        return search.code;
     }
-    QStringList fileNames =
-        PluginFile::list(directory, PluginFile::buildPattern(pluginName, version));
-    if (fileNames.isEmpty()) {
-        KVSYNC_CRITICAL << PluginFile::noFileText(directory);
-        return PluginFileNotExist;
-    }
-    PluginFile::moveHighestBuildToFront(fileNames);
 
-    const QString filePath = QDir(directory).absoluteFilePath(fileNames.first());
-    KVSYNC_GLOG_INFO << "load device plugin " << filePath.toStdString();
-    KVSYNC_DEBUG << "load device plugin " << filePath;
-    std::unique_ptr<QPluginLoader> loader(new (std::nothrow) QPluginLoader(filePath));
+    KVSYNC_GLOG_INFO << "load device plugin " << search.filePath.toStdString();
+    KVSYNC_DEBUG << "load device plugin " << search.filePath;
+    std::unique_ptr<QPluginLoader> loader(new (std::nothrow) QPluginLoader(search.filePath));
     if (!loader) {
         KVSYNC_CRITICAL << "new QPluginLoader object failed";
-        // INFO, unlike every other failure: log readers know the line so.
+        // INFO, unlike every other failure: part of the contract.
         KVSYNC_GLOG_INFO << "new QPluginLoader object failed";
         return DeviceOperationFailed;
     }
@@ -89,7 +83,7 @@ ErrorCode DeviceManager::loadDevicePlugin(const QString &pluginName, const QVers
     DevicePluginRecord &record = plugins[PluginFile::key(pluginName, version)];
     // Another thread may have loaded the same plug-in meanwhile: its loader stays alive.
     keepUntilProcessEnd(record.loader);
-    record = {fileNames.first(), instance, loader.release()};
+    record = {search.fileName, instance, loader.release()};
     return Success;
 }
 
@@ -147,8 +141,8 @@ ErrorCode DeviceManager::deleteDevice(const DeviceHandle handle)
     const ErrorCode result = factory->destroyDevice(target);
     if (result != Success)
         return result;
-    // The key is the pointer as the plug-in left it: one that clears it stays registered, and
-    // callers depend on it.
+    // The key is the pointer as the plug-in left it, so that a handle whose pointer was cleared
+    // stays registered: part of the contract.
     const qint64 ended = handleOf(target);
     const QWriteLocker locker(&registryLock);
     // Another thread may have been given a new device at the freed address meanwhile: it stays.

@@ -17,7 +17,7 @@ constexpr int userInformationSize = 512;
 // A QByteArray throws just below the largest int: it needs up to 32 bytes for itself.
 constexpr qint64 largestImage = std::numeric_limits<int>::max() - 32;
 
-// 8 bits a pixel. What cannot be an image is empty.
+// 8 bits per pixel. What cannot be an image is empty.
 QByteArray copyPixels(const unsigned char *pixels, int width, int height)
 {
     const qint64 size = qint64(width) * height;
@@ -55,7 +55,7 @@ ErrorCode DeviceManager::grabImage(const DeviceHandle, unsigned int route,
     return Success;
 }
 
-// The sub pattern type is not sent; callers depend on it.
+// The sub-pattern type is not sent: part of the contract.
 ErrorCode DeviceManager::project(const DeviceHandle, ProjectorSpace::MajorPatternType major,
                                  ProjectorSpace::SubPatternType)
 {

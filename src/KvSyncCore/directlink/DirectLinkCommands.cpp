@@ -67,7 +67,7 @@ Enumeration as(int value)
     return static_cast<Enumeration>(value);
 }
 
-// The spellings "Dutio" and "disStauts" are known to callers.
+// The spellings "Dutio" and "disStauts" are part of the contract.
 // clang-format off
 const Command commands[] = {
     {QLatin1String("startScan"), {}, runStartScan},
@@ -95,7 +95,7 @@ const Command commands[] = {
      {number("cameraTriggerMode"), flag("bEnable")},
      [](Scanner &s) { return EnableVideoTrigger(s.device, as<CAMERA_TRIGGER_MODE>(s.values[0]),
                                                 s.values[1] != 0); }},
-    // The last two are read in one order and passed in the other; callers depend on both.
+    // The last two are read in one order and passed in the other: part of the contract.
     {QLatin1String("SetStrobeDutioRatio"),
      {number("TexDutioRatio"), number("dutioRatioWithTex"), number("dutioRatio")},
      [](Scanner &s) { return SetStrobeDutioRatio(s.device, s.values[0], s.values[2],
@@ -115,7 +115,7 @@ const Command commands[] = {
 };
 // clang-format on
 
-// Subscripts add the missing keys to the caller's map; callers depend on it.
+// Subscripts add the missing keys to the caller's map: part of the contract.
 void readParameters(const Command &command, Scanner &scanner)
 {
     int place = 0;
@@ -165,12 +165,12 @@ QString mapText(const QMap<QString, QVariant> &parameters)
 
 ErrorCode DeviceManager::executeCommand(const QString &command, QMap<QString, QVariant> &parameters)
 {
-    // Written before anything runs, whatever comes of it.
+    // Says success before anything runs: part of the contract.
     KVSYNC_DEBUG << "cmdName:" << command << ",value:" << mapText(parameters)
                  << ", func default success";
     const auto found = std::find_if(std::begin(commands), std::end(commands),
                                     [&](const Command &each) { return each.name == command; });
-    // A scan that was started is no failure, and an unknown name runs nothing.
+    // An unknown name runs nothing and succeeds: part of the contract.
     if (found == std::end(commands))
         return Success;
 
@@ -182,7 +182,7 @@ ErrorCode DeviceManager::executeCommand(const QString &command, QMap<QString, QV
     if (found->logPrefix) {
         std::ostringstream values;
         streamParameters(values, *found, scanner);
-        // "retSatus" is what log readers match.
+        // "retSatus" is part of the contract.
         KVSYNC_GLOG_INFO << found->logPrefix << values.str()
                          << " retSatus: " << static_cast<int>(status);
     }

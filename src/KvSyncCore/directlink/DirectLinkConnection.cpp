@@ -15,7 +15,8 @@ namespace {
 
 const char scanningMode[] = "SPECKLE";
 
-// The scanner is opened with its first camera listed a second time, at the end.
+// The scanner is opened with its first camera listed a second time, at the end: part of the
+// contract.
 template <typename T>
 void repeatFirst(std::vector<T> &list)
 {
@@ -31,7 +32,7 @@ ErrorCode DeviceManager::connectDeviceBySerial(const DeviceHandle, const QString
     const RETSTATUS found =
         Tessel3Sync::GetCamerasInformation(serial.toLocal8Bit().constData(), cameraSerials,
                                            cameraValuesA, cameraValuesB, cameraFlags, cameraCount);
-    // "RetVa", the four blanks and the two bytes of a full-width colon are what log readers match.
+    // "RetVa", the four blanks and the full-width colon in GBK are part of the contract.
     std::printf("RetVa: %d    GetCamerasInformation end device_cam_connect\xA3\xBA %d\n",
                 static_cast<int>(found), static_cast<int>(cameraSerials.size()));
     if (found != RETSTATUS_SUCCESS || cameraSerials.empty()) {

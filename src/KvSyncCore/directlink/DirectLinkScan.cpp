@@ -23,7 +23,7 @@ ErrorCode DeviceManager::setScanCallback(const DeviceHandle, void *function, voi
 ErrorCode DeviceManager::setStatusCallback(const DeviceHandle, void *function, void *context)
 {
     KVSYNC_GLOG_INFO << " setStatusCallback start";
-    // The status is ignored, unlike setScanCallback's: callers depend on the success.
+    // The status is ignored, unlike setScanCallback's: part of the contract.
     SetStatusCallBackFunction(libraryDevice, reinterpret_cast<StatusCallBack>(function), context);
     return Success;
 }
@@ -36,11 +36,11 @@ ErrorCode DeviceManager::startScan(QMap<QString, QVariant> &parameters)
     Project(libraryDevice, PROJECTWORKTYPES_SCAN);
     EnableIRLaser(libraryDevice, false);
 
-    // Subscripts add the missing keys to the caller's map; callers depend on it.
+    // Subscripts add the missing keys to the caller's map: part of the contract.
     const bool enableColor = parameters[QStringLiteral("bEnableColor")].toBool();
     const int requestedColorMode = parameters[QStringLiteral("colorMode")].toInt();
     const int period = parameters[QStringLiteral("iPeriod")].toInt();
-    // The comma and blank after the first colon belong to the text.
+    // The comma after the first colon is part of the contract.
     KVSYNC_GLOG_INFO << "startScan start | bEnableColor: , " << enableColor
                      << " colorMode: " << requestedColorMode << " iPeriod: " << period;
     colorMode = requestedColorMode;
@@ -54,7 +54,7 @@ ErrorCode DeviceManager::startScan(QMap<QString, QVariant> &parameters)
 
 ErrorCode DeviceManager::stopScan()
 {
-    // In the stored colour mode, also when the scan ran without colour in mode 1.
+    // In the stored color mode, even if the scan ran without color in mode 1: part of the contract.
     EnableVideoTrigger(libraryDevice, static_cast<CAMERA_TRIGGER_MODE>(colorMode), false);
     Project(libraryDevice, PROJECTWORKTYPES_OFF);
     return Success;

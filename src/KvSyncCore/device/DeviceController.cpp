@@ -2,7 +2,7 @@
 
 #include "device/DeviceManager.h"
 
-// The controller itself and its operations of plug-in devices.
+// The controller itself and its operations of plug-in devices; directlink/ holds the others.
 
 namespace KvSyncCore {
 

@@ -2,7 +2,7 @@
 
 #include "device/DeviceManager.h"
 
-// The controller's operations of the direct link.
+// The exported controller's operations of the direct link.
 
 namespace KvSyncCore {
 
@@ -162,7 +162,7 @@ ErrorCode DeviceController::getProjectDutioRatio(int &ratio)
 
 ErrorCode DeviceController::setProjectorBrightness(int brightness)
 {
-    // The manager spells its setter with a capital letter, unlike its getter.
+    // The manager's setter is spelled with a capital letter: part of the contract.
     return manager->SetProjectorBrightness(brightness);
 }
 
