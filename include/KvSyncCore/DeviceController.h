@@ -27,48 +27,47 @@ class DeviceManager;
 /// The device side of the service core: devices of device plug-ins, addressed by handle, and the
 /// one scanner that is linked directly.
 ///
-/// Command plug-ins receive one through CommandInterface::setDeviceController; a host makes none.
-/// It is a pointer in value form: copies serve the same devices. It must not be used after the
+/// Command plug-ins receive one through CommandInterface::setDeviceController; a host creates none.
+/// It is a pointer in value form: copies operate on the same devices. It must not be used after the
 /// SyncCore that it came from is gone.
 ///
-/// Every operation answers with an ErrorCode and throws nothing of its own; what a device plug-in
-/// throws passes through, and its codes pass through unchanged. The reasons are in the log.
+/// Every operation returns an ErrorCode and throws nothing of its own; exceptions and codes of a
+/// device plug-in pass through unchanged. The log has the reasons.
 ///
 /// Threads: operations on plug-in devices may be called from any thread, several at once. A device
 /// must not be deleted while another thread uses it. Operations of the direct link take no lock:
-/// call them from one thread at a time; its callbacks run on threads of the scanner library and may
+/// call them from one thread at a time. Its callbacks run on threads of the scanner library and may
 /// call stopScan.
 ///
-/// Every name, argument type and width below is a binary contract; the spellings "Exopsure",
-/// "Dutio" and "Fireware" are part of it.
+/// Every name, argument type and width below is a binary contract, including the spellings
+/// "Exopsure", "Dutio" and "Fireware" (see docs/compatibility.md).
 class KVSYNCCORE_EXPORT DeviceController
 {
 public:
-    /// Serves `manager`, which must outlive this object; null is not detected.
+    /// Operates on `manager`, which must outlive this object; null is not detected.
     explicit DeviceController(DeviceManager *manager);
     DeviceController(const DeviceController &other);
     ~DeviceController();
-    /// Serves the other's manager from now on.
+    /// Operates on the other's manager from now on.
     DeviceController &operator=(const DeviceController &other);
 
     // Device plug-ins and their devices
 
     /// Loads the newest build of the plug-in's version line (the first two segments). Repeating it
-    /// loads nothing again. Both arguments are taken by value, unlike everywhere else: callers
-    /// depend on it.
+    /// does not load again. Both arguments are passed by value: part of the contract.
     /// `InvalidParameter` (empty name or version), `PathNotExist`, `PluginFileNotExist`,
-    /// `PluginLoadFailed`, `DeviceOperationFailed` (no loader could be made).
+    /// `PluginLoadFailed`, `DeviceOperationFailed` (a loader could not be allocated).
     ErrorCode loadDevicePlugin(QString pluginName, QVersionNumber version);
 
     /// The number of devices that a loaded plug-in can create.
     /// `PluginNameOrVersionNull`, `PluginNotLoaded` (also: loaded, but not a device factory).
     QPair<ErrorCode, int> enumDevice(const QString &pluginName, const QVersionNumber &version);
 
-    /// Creates a device of a loaded plug-in; deleteDevice ends it, or the end of the SyncCore.
-    /// Errors as enumDevice; the handle is 0 then.
+    /// Creates a device of a loaded plug-in; deleteDevice or the destruction of the SyncCore
+    /// destroys it. Errors as for enumDevice; the handle is then 0.
     QPair<ErrorCode, qint64> createDevice(const QString &pluginName, const QVersionNumber &version);
 
-    /// Deletes a device. `HandleInvalid`, or the code with which the plug-in refused: the handle
+    /// Deletes a device. `HandleInvalid`, or the code with which the plug-in refused; the handle
     /// then stays valid.
     ErrorCode deleteDevice(const DeviceHandle handle);
 
@@ -79,9 +78,8 @@ public:
     QPair<ErrorCode, QFlags<BaseDeviceSpace::DeviceType>> types(const DeviceHandle handle);
 
     // Operations of a plug-in device. `HandleInvalid` if the handle names no device or the device
-    // lacks the capability, else the plug-in's own code. Output arguments are written by the
-    // plug-in alone. Meaning, units and ranges: see the interface of the same operation in
-    // KvSyncDevice/.
+    // lacks the capability, otherwise the plug-in's own code. Only the plug-in writes output
+    // arguments. Meaning, units and ranges: see the same operation in KvSyncDevice/.
 
     // DeviceInterface
     ErrorCode connectDeviceByIndex(const DeviceHandle handle, int index);
@@ -145,28 +143,28 @@ public:
                                   ProjectorSpace::SubPatternType sub, int index, int width,
                                   int height, const QByteArray &pattern);
 
-    // The direct link. A handle argument is accepted and ignored: there is one scanner. No
-    // operation checks whether it is connected; the scanner library refuses then.
+    // The direct link. Handle arguments are ignored: there is one scanner. No operation checks
+    // whether it is connected; the scanner library does.
 
     // Discovery and connection. Texts travel in the local 8-bit encoding.
 
-    /// Connects the scanner of that serial number; an empty one takes what is there. Prints its
-    /// progress on standard output. `ConnectFailed`.
+    /// Connects the scanner with that serial number; an empty one selects the scanner that is
+    /// present. Prints its progress on standard output. `ConnectFailed`.
     ErrorCode connectDeviceBySerial(const DeviceHandle handle, const QString &serial);
     /// Closes the cameras and connects again. `ConnectFailed`.
     ErrorCode reconnectDevice(const DeviceHandle handle);
     /// Removes the scan callback and disconnects. `ConnectFailed`.
     ErrorCode disconnectDevice(const DeviceHandle handle);
 
-    // Facts. Each gives `DeviceOperationFailed` when the scanner library refuses; what it wrote is
-    // handed out even then.
+    // Queries. `DeviceOperationFailed` if the scanner library refuses; output arguments are written
+    // even then.
 
-    /// Whether the named scanner hangs on a fast USB port.
+    /// Whether the named scanner is connected to a fast USB port.
     ErrorCode isConnectedOnU3(const QString &deviceName, bool &connected);
-    /// The two texts are the scanner library's.
+    /// The scanner library defines the two texts.
     ErrorCode getFirewareVersion(const QString &first, const QString &second, QString &version);
-    /// Serial numbers and values of the named scanner's cameras, without touching the connection.
-    /// The lists are replaced. Values and flags mean what the scanner library says.
+    /// Serial numbers and values of the named scanner's cameras; the connection is not affected.
+    /// The lists are replaced. The scanner library defines the meaning of values and flags.
     ErrorCode getCamerasInformation(const QString &deviceName, QStringList &serials,
                                     QVector<int> &valuesA, QVector<int> &valuesB,
                                     QVector<bool> &flags, int &count);
@@ -194,13 +192,13 @@ public:
     ErrorCode stopScan();
 
     /// Runs one of the thirteen commands by name (see docs/direct-link.md); missing keys are added
-    /// to the map and read as 0 or false. The handle is dropped. `CommandFailed` if the scanner
-    /// library refuses; "startScan", "stopScan" and unknown names give `Success`.
+    /// to the map and read as 0 or false. The handle is ignored. `CommandFailed` if the scanner
+    /// library refuses; "startScan", "stopScan" and unknown names return `Success`.
     ErrorCode executeCommand(const DeviceHandle handle, const QString &command,
                              QMap<QString, QVariant> &parameters);
 
     // Settings. `DeviceOperationFailed` when the scanner library refuses, but setGain and getGain
-    // always give `Success`. Getters write their result even when refused. Exposure times are in
+    // always return `Success`. Getters write their result even then. Exposure times are in
     // the scanner library's unit; `camera` counts from 0.
 
     ErrorCode setGainAndExpo(const DeviceHandle handle, unsigned short gain, double exposure,
@@ -230,8 +228,8 @@ public:
 
     // Capture, projection, user information
 
-    /// Takes a colour snapshot and appends one block an image, which the caller deletes. `route` is
-    /// the scanner library's. `CameraFailed`: the list is untouched.
+    /// Takes a color snapshot and appends one block per image, which the caller deletes. The
+    /// scanner library defines `route`. `CameraFailed`: the list is unchanged.
     ErrorCode grabImage(const DeviceHandle handle, unsigned int route,
                         QList<CameraSpace::ImageBlock *> &blocks);
     /// Writes text in the local 8-bit encoding, of less than 512 bytes in UTF-8, to the scanner's

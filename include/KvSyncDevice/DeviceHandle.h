@@ -3,8 +3,8 @@
 
 #include <QtCore/qglobal.h>
 
-/// Names one device made by a device plug-in: the address of its DeviceInterface taken as a signed
-/// 64-bit number. Valid from createDevice until deleteDevice succeeded; 0 names no device.
+/// Identifies one device created by a device plug-in: the address of its DeviceInterface as a
+/// signed 64-bit number. Valid from createDevice until deleteDevice succeeds; 0 is no device.
 using DeviceHandle = qint64;
 
 #endif

@@ -15,33 +15,33 @@ enum AxisType : int {
     LiftAxis = 2,
 };
 
-/// Order to move one axis.
+/// One movement of one axis.
 struct RotateInfo
 {
     AxisType axis = TurntableAxis;
-    double angleDegrees = 0.0;          ///< relative movement; negative turns the other way
+    double angleDegrees = 0.0;          ///< relative; negative turns the other way
     double speedDegreesPerSecond = 0.0; ///< 0 leaves the speed to the motor
 };
 
-/// A motor capability. It derives from nothing; a device offers it by deriving from it beside
-/// DeviceInterface. The order of the virtual operations is a binary contract. Threads, codes and
-/// exceptions as for DeviceInterface.
+/// The motor capability. It has no base class; a device offers it by deriving from it in
+/// addition to DeviceInterface. The order of the virtual operations is a binary contract. Threads,
+/// codes and exceptions: as for DeviceInterface.
 class KVSYNC_SHARED_TYPE MotorInterface
 {
 public:
-    /// Starts the movements and returns; waitMotorStop waits for their end.
+    /// Starts the movements and returns at once; waitMotorStop waits for their end.
     virtual ErrorCode rotate(const QList<RotateInfo> &movements) = 0;
 
-    /// Returns when every named axis stands still.
+    /// Returns once every listed axis has stopped.
     virtual ErrorCode waitMotorStop(const QList<AxisType> &axes) = 0;
 
-    /// Moves the named axes to their reference position.
+    /// Moves the listed axes to their reference position.
     virtual ErrorCode resetMotor(const QList<AxisType> &axes) = 0;
 
-    /// Stops the named axes where they are.
+    /// Stops the listed axes where they are.
     virtual ErrorCode stopMotor(const QList<AxisType> &axes) = 0;
 
-    /// Last, so that it takes no place of the operations above.
+    /// Last, so that it takes no slot of the operations above.
     virtual ~MotorInterface() = default;
 };
 

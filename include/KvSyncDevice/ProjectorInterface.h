@@ -12,8 +12,8 @@ namespace ProjectorSpace {
 /// projection work type.
 enum MajorPatternType : int {
     NoPattern = 0,      ///< dark
-    FlatPattern = 1,    ///< even light without a pattern
-    SpecklePattern = 2, ///< random dots: what a scan projects
+    FlatPattern = 1,    ///< uniform light
+    SpecklePattern = 2, ///< random dots, projected during a scan
     StripePattern = 3,
 };
 
@@ -30,9 +30,9 @@ enum ScanType : int {
     ContinuousScan = 1,
 };
 
-/// A projector capability. It derives from nothing; a device offers it by deriving from it beside
-/// DeviceInterface. The order of the virtual operations is a binary contract. Threads, codes and
-/// exceptions as for DeviceInterface.
+/// The projector capability. It has no base class; a device offers it by deriving from it in
+/// addition to DeviceInterface. The order of the virtual operations is a binary contract. Threads,
+/// codes and exceptions: as for DeviceInterface.
 class KVSYNC_SHARED_TYPE ProjectorInterface
 {
 public:
@@ -50,18 +50,18 @@ public:
     virtual ErrorCode getProjectorLuminance(unsigned char &red, unsigned char &green,
                                             unsigned char &blue) = 0;
 
-    /// Holds its place; never called by the core.
+    /// Reserved slot; never called by the core.
     virtual void projectorReserved1() {}
 
-    /// Starts (`on`) or ends a scan sequence.
+    /// Starts (`on`) or stops a scan sequence.
     virtual ErrorCode scan(ScanType type, bool on) = 0;
 
-    /// Writes one pattern to the projector's memory: its place there (`index`, from 0), its size in
-    /// pixels, and its pixels, one byte each, rows from the top.
+    /// Writes one pattern to the projector's memory: its position there (`index`, from 0), its size
+    /// in pixels, and its pixels, one byte each, rows from top to bottom.
     virtual ErrorCode writePatternToFlash(MajorPatternType major, SubPatternType sub, int index,
                                           int width, int height, const QByteArray &pattern) = 0;
 
-    /// Last, so that it takes no place of the operations above.
+    /// Last, so that it takes no slot of the operations above.
     virtual ~ProjectorInterface() = default;
 };
 

@@ -13,7 +13,7 @@ enum ErrorCode : int {
 
     /// The plug-in directory does not exist.
     PathNotExist = 0x01000001,
-    /// A plug-in file was found, but loading it gave no root object.
+    /// A plug-in file was found, but loading it yielded no root object.
     PluginLoadFailed = 0x01000002,
     /// No plug-in file matches the name pattern.
     PluginFileNotExist = 0x01000006,
@@ -26,7 +26,7 @@ enum ErrorCode : int {
     /// Fewer arguments than the function needs.
     WrongArgumentCount = 0x01002001,
 
-    /// A camera call of the direct link failed: the scan callback, or a colour snapshot.
+    /// A camera call of the direct link failed: the scan callback, or a color snapshot.
     CameraFailed = 0x01080000,
     /// A projection call of the direct link failed.
     ProjectorFailed = 0x010A0000,
@@ -35,11 +35,12 @@ enum ErrorCode : int {
     /// Connecting, reconnecting or disconnecting the directly linked scanner failed.
     ConnectFailed = 0x010D000A,
 
-    /// A device-level call failed: the scanner library refused, or no plug-in loader could be made.
+    /// A device-level call failed: the scanner library refused it, or a plug-in loader could not be
+    /// allocated.
     DeviceOperationFailed = 0x010F0000,
     /// The named plug-in is not loaded in the requested version, or is not a usable factory.
     PluginNotLoaded = 0x010F0001,
-    /// Device enumeration or creation was asked with an empty name or a null version.
+    /// Device enumeration or creation was given an empty name or a null version.
     PluginNameOrVersionNull = 0x010F0002,
     /// The handle names no created device, or the device lacks the capability.
     HandleInvalid = 0x010F0003,
@@ -47,8 +48,8 @@ enum ErrorCode : int {
 
 namespace KvSyncTool {
 
-/// The enumerator's own name, for people; null for a code that is not one of the core's, such as
-/// a plug-in's own. Callable from any thread.
+/// The enumerator's name, for display; null for a code that is not one of the core's, such as a
+/// plug-in's own. Callable from any thread.
 constexpr const char *errorCodeName(ErrorCode code) noexcept
 {
     switch (code) {

@@ -10,7 +10,7 @@
 
 namespace KvSyncTool {
 
-/// The one exception type of the system: an error code and a text for people.
+/// The system's one exception type: an error code and a human-readable text.
 ///
 /// The core's command side throws it, command plug-ins may throw it, and it reaches the host
 /// unchanged. It may be caught as QException and as std::exception. Every member may be called

@@ -7,9 +7,9 @@
 
 namespace KvSyncTool {
 
-/// The one logging category of the system, named "KvSyncTool". Hosts and plug-ins filter by it and
-/// write to it with Qt's categorised macros. It outlives every static object of the process, whose
-/// destructors may log too; any thread may call.
+/// The system's one logging category, named "KvSyncTool". Hosts and plug-ins filter by it and write
+/// to it with Qt's categorized macros. It outlives every static object of the process, so that
+/// destructors may log too. Callable from any thread.
 KVSYNCTOOL_EXPORT const QLoggingCategory &ToolLogger();
 
 } // namespace KvSyncTool

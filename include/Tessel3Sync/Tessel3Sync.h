@@ -1,16 +1,16 @@
 // The scanner maker's closed library, as this system declares it.
 //
-// Forty-one free functions, each answering with a RETSTATUS; RETSTATUS_SUCCESS (7) is the only
-// success. Known of the library are the calls, their order and the numbers; the names of the
-// enumeration values are ours. The spellings Fireware, Dutio, Infomation and DisConnectDevice are
-// the library's own and name its exports: they must stay.
+// Forty-one free functions, each returning a RETSTATUS; RETSTATUS_SUCCESS (7) is the only success.
+// The calls, their order and the numbers are the library's; the names of the enumeration values are
+// ours. The spellings Fireware, Dutio, Infomation and DisConnectDevice name the library's exports
+// and must stay.
 //
-// Ownership, for every function: strings and image buffers that come back belong to the library;
-// texts that go in need to live only until the call returns. `device` is the library's opaque
-// handle, null before ConnectDevice has written it.
+// Ownership, for every function: returned strings and image buffers belong to the library; texts
+// passed in need to live only until the call returns. `device` is the library's opaque handle, null
+// until ConnectDevice has written it.
 //
-// Threads: callbacks run on threads of the library. What else may run at once is the library's
-// affair; the core calls it without a lock of its own.
+// Threads: callbacks run on threads of the library. The library defines what else may run
+// concurrently; the core calls it without a lock of its own.
 #ifndef TESSEL3SYNC_TESSEL3SYNC_H
 #define TESSEL3SYNC_TESSEL3SYNC_H
 
@@ -32,12 +32,12 @@ namespace Tessel3Sync {
 // Every enumeration has a fixed underlying type, so that any integer a host sends through it is
 // well defined. The library knows more values than are named here.
 
-/// Result of every call.
+/// Result of a call.
 enum RETSTATUS : int {
-    RETSTATUS_SUCCESS = 7, ///< the call did what it was asked to do; every other value is a failure
+    RETSTATUS_SUCCESS = 7, ///< every other value is a failure
 };
 
-/// What controls the strobe, and by which road a colour snapshot is triggered.
+/// What controls the strobe, and what triggers a color snapshot.
 enum CONTROLROUTE : int {
     CONTROLROUTE_SCAN = 2, ///< the route every scan starts with
 };
@@ -60,7 +60,7 @@ enum PROJECTWORKTYPES : int {
 
 /// What the cameras are triggered for.
 enum CAMERA_TRIGGER_MODE : int {
-    CAMERA_TRIGGER_MODE_NO_COLOR = 1, ///< a scan without colour
+    CAMERA_TRIGGER_MODE_NO_COLOR = 1, ///< a scan without color
 };
 
 /// How the blue laser lines work; no value is known by name.
