@@ -4,7 +4,6 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
-#include <QtCore/QProcess>
 
 namespace KvSyncTest {
 
@@ -37,17 +36,10 @@ QString PluginFolders::deviceFile(const QString &fileName) const
 
 Outcome PluginFolders::run(const QStringList &words) const
 {
-    QProcess process;
-    return run(words, process);
-}
-
-Outcome PluginFolders::run(const QStringList &words, QProcess &process) const
-{
     return runKvsync(words + QStringList{QStringLiteral("--logic-dir"),
                                          folder.filePath(QStringLiteral("Logic")),
                                          QStringLiteral("--device-dir"),
-                                         folder.filePath(QStringLiteral("Device"))},
-                     process);
+                                         folder.filePath(QStringLiteral("Device"))});
 }
 
 QJsonObject PluginFolders::listed(const QString &fileName) const

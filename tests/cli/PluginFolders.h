@@ -18,7 +18,6 @@ public:
 
     /// Runs kvsync with these words and the options that name the folders.
     Outcome run(const QStringList &words) const;
-    Outcome run(const QStringList &words, QProcess &process) const;
 
     /// The list's line for one file, for programs; fails the test if there is none.
     QJsonObject listed(const QString &fileName) const;

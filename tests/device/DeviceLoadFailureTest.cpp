@@ -3,6 +3,7 @@
 #include "device/support/DeviceLoading.h"
 #include "support/CriticalLinesOff.h"
 #include "support/RowName.h"
+#include "support/UnloadableFiles.h"
 
 #include <QtCore/QPluginLoader>
 
@@ -12,53 +13,22 @@ using namespace KvSyncTest;
 
 namespace {
 
-struct UnloadableRow
-{
-    const char *name;
-    void (*provide)(ApplicationFolder &folder, const QString &fileName);
-};
-
-const UnloadableRow unloadables[] = {
-    {"TextFile",
-     [](ApplicationFolder &folder, const QString &fileName) { folder.writeText(fileName); }},
-    {"EmptyFile",
-     [](ApplicationFolder &folder, const QString &fileName) { folder.writeText(fileName, ""); }},
-    {"TruncatedModule",
-     [](ApplicationFolder &folder, const QString &fileName) {
-         folder.writeTruncated(deviceFixture("Scripted"), fileName);
-     }},
-    {"MissingLibrary",
-     [](ApplicationFolder &folder, const QString &fileName) {
-         folder.copyModule(commandFixture("MissingLibrary"), fileName);
-     }},
-    {"NullRoot",
-     [](ApplicationFolder &folder, const QString &fileName) {
-         folder.copyModule(commandFixture("NullRoot"), fileName);
-     }},
-};
-
-const QString fileName = QStringLiteral("Camera.2.1.4.dll");
+const QString fileName = "Camera.2.1.4.dll";
 
 class UnloadableDeviceFile : public DeviceLoading,
-                             public ::testing::WithParamInterface<UnloadableRow>
+                             public ::testing::WithParamInterface<UnloadableFile>
 {
 protected:
     UnloadableDeviceFile() { GetParam().provide(folder, fileName); }
 
-    /// What Qt itself says of the file.
-    QString loaderText() const
-    {
-        QPluginLoader loader(folder.filePath(fileName));
-        EXPECT_EQ(loader.instance(), nullptr);
-        return loader.errorString();
-    }
+    QString loaderText() const { return loaderError(folder.filePath(fileName)); }
 };
 
 using DeviceLoadFailure = DeviceLoading;
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(All, UnloadableDeviceFile, ::testing::ValuesIn(unloadables), rowName);
+INSTANTIATE_TEST_SUITE_P(All, UnloadableDeviceFile, ::testing::ValuesIn(unloadableFiles), rowName);
 
 TEST_P(UnloadableDeviceFile, FailsWithTheLoadersOwnWordsInBothLogs)
 {

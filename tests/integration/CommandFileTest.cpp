@@ -2,6 +2,7 @@
 
 #include "integration/HostFixture.h"
 #include "support/LocaleCodec.h"
+#include "support/PluginFileChoices.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
@@ -17,13 +18,6 @@ const QVersionNumber version(1, 0);
 class CommandFile : public HostFixture
 {
 protected:
-    /// Files that do not load: were one of them taken, loading would fail.
-    void putDecoys(const QStringList &fileNames)
-    {
-        for (const QString &fileName : fileNames)
-            folder.writeText(fileName);
-    }
-
     void put(const QString &fileName) { folder.copyModule(commandFixture("Recorder"), fileName); }
 
     void expectLoads(const QString &fileName, const QString &name = "Part",
@@ -35,106 +29,48 @@ protected:
                   std::vector{debugLine("load device plugin " + folder.filePath(fileName))});
     }
 
-    void expectNoFile(const QString &name = "Part")
+    void expectNoFile(const QString &name)
     {
         expectThrows(PluginFileNotExist, folder.path() + " is no exist dll",
                      [&] { core.loadCommandPlugin(name, version); });
     }
 };
 
-// Builds
+// Choice
 
-TEST_F(CommandFile, WithABuildBeyondThirtyTwoBitsCountsAsBuildZero)
-{
-    put("Part.1.0.1.dll");
-    putDecoys(
-        {"Part.1.0.2147483648.dll", "Part.1.0.4294967297.dll", "Part.1.0.9223372036854775808.dll"});
-    expectLoads("Part.1.0.1.dll");
-}
-
-TEST_F(CommandFile, WithTheLargestIntAsBuildIsTheHighest)
-{
-    put("Part.1.0.2147483647.dll");
-    putDecoys({"Part.1.0.2147483646.dll", "Part.1.0.2147483648.dll"});
-    expectLoads("Part.1.0.2147483647.dll");
-}
-
-TEST_F(CommandFile, WithAnEmptyBuildCountsAsBuildZero)
-{
-    put("Part.1.0.1.dll");
-    putDecoys({"Part.1.0..dll"});
-    expectLoads("Part.1.0.1.dll");
-}
-
-TEST_F(CommandFile, WithABuildOfSeveralPartsIsComparedByTheFirst)
-{
-    put("Part.1.0.5.1.dll");
-    putDecoys({"Part.1.0.4.99.dll"});
-    expectLoads("Part.1.0.5.1.dll");
-}
-
-TEST_F(CommandFile, IsComparedByItsBuildAlone)
-{
-    put("Part.1.0.5.dll");
-    putDecoys({"P.9.9.1.0.1.dll"});
-    expectLoads("Part.1.0.5.dll", "P*");
-}
-
-TEST_F(CommandFile, OfVersionZeroIsFoundByAVersionOfOneZero)
-{
-    put("Part.0.0.1.dll");
-    expectLoads("Part.0.0.1.dll", "Part", QVersionNumber(0));
-}
-
-// Names
-
-struct NameRow
-{
-    const char *name;
-    QString pluginName;
-    QString fileName;
-};
-
-class CommandFileName : public CommandFile, public ::testing::WithParamInterface<NameRow>
+class CommandFileChoice : public CommandFile, public ::testing::WithParamInterface<PluginFileChoice>
 {
 protected:
+    void get() { core.getCommandPlugin(GetParam().plugin, GetParam().version); }
+
     const LocaleCodec utf8{"UTF-8"};
 };
 
-TEST_P(CommandFileName, LeadsToTheFileAndToThePlugin)
+TEST_P(CommandFileChoice, IsThatOfTheTable)
 {
-    const auto &[row, pluginName, fileName] = GetParam();
-    put(fileName);
-    expectLoads(fileName, pluginName);
-    EXPECT_NE(core.getCommandPlugin(pluginName, version), nullptr);
-    EXPECT_EQ(core.execute(pluginName, "getRunningDevList", {}, {}), QVariant(QVariantList()));
+    const auto &[name, plugin, asked, key, files, taken] = GetParam();
+    provideFiles(GetParam(), folder.path(), commandFixture("Recorder"));
+    if (taken.isEmpty())
+        expectNoFile(plugin);
+    else
+        expectLoads(taken, plugin, asked);
 }
 
-const NameRow names[] = {
-    {"PercentSigns", "50%s%n", "50%s%n.1.0.1.dll"},
-    {"Wildcards", "P?r*", "Part.1.0.1.dll"},
-    {"SetOfLetters", "P[ao]rt", "Part.1.0.1.dll"},
-    {"OtherCase", "part", "PART.1.0.1.DLL"},
-    {"LetterOfLatin1", QStringLiteral("P\u00e4rt"), QStringLiteral("P\ufffdrt.1.0.1.dll")},
-    {"LetterBeyondLatin1", QStringLiteral("\u041fart"), QStringLiteral("\u041fart.1.0.1.dll")},
-};
-INSTANTIATE_TEST_SUITE_P(Names, CommandFileName, ::testing::ValuesIn(names), rowName);
-
-TEST_F(CommandFile, IsNotLookedForInAnotherFolderByItsName)
+TEST_P(CommandFileChoice, IsKeptUnderItsKey)
 {
-    folder.makeFolder("below");
-    put("below/Part.1.0.1.dll");
-    expectNoFile("below/Part");
+    const auto &[name, plugin, asked, key, files, taken] = GetParam();
+    expectThrows(PluginNotLoaded, key + " plugin is not exist", [this] { get(); });
+    if (taken.isEmpty())
+        return;
+    provideFiles(GetParam(), folder.path(), commandFixture("Recorder"));
+    core.loadCommandPlugin(plugin, asked);
+    EXPECT_NE(core.getCommandPlugin(plugin, asked), nullptr);
+    EXPECT_NE(core.getCommandPlugin(plugin, {}), nullptr);
+    EXPECT_EQ(log.lines().back(), findLine(key));
 }
 
-// What is no file
-
-TEST_F(CommandFile, IsNotShadowedByAFolderNamedLikeAHigherBuild)
-{
-    put("Part.1.0.1.dll");
-    folder.makeFolder("Part.1.0.2.dll");
-    expectLoads("Part.1.0.1.dll");
-}
+INSTANTIATE_TEST_SUITE_P(SyncCore, CommandFileChoice, ::testing::ValuesIn(pluginFileChoices()),
+                         rowName);
 
 TEST_F(CommandFile, NeedNotBeExecutable)
 {
@@ -144,32 +80,6 @@ TEST_F(CommandFile, NeedNotBeExecutable)
 }
 
 #ifdef Q_OS_UNIX
-
-TEST_F(CommandFile, ThatIsHiddenIsNotSeen)
-{
-    put(".Part.1.0.1.dll");
-    expectNoFile(".Part");
-}
-
-TEST_F(CommandFile, ThatIsALinkIsLoadedUnderItsOwnName)
-{
-    put("elsewhere.bin");
-    ASSERT_TRUE(QFile::link(folder.filePath("elsewhere.bin"), folder.filePath("Part.1.0.1.dll")));
-    expectLoads("Part.1.0.1.dll");
-}
-
-TEST_F(CommandFile, ThatIsALinkToNothingIsNotSeen)
-{
-    ASSERT_TRUE(QFile::link(folder.filePath("gone.bin"), folder.filePath("Part.1.0.1.dll")));
-    expectNoFile();
-}
-
-TEST_F(CommandFile, ThatIsALinkToAFolderIsNotSeen)
-{
-    folder.makeFolder("below");
-    ASSERT_TRUE(QFile::link(folder.filePath("below"), folder.filePath("Part.1.0.1.dll")));
-    expectNoFile();
-}
 
 TEST_F(CommandFile, IsFoundThroughALinkToItsFolder)
 {

@@ -1,7 +1,7 @@
 // Plans that cannot be used, as texts and as files.
 #include "ScannerFixture.h"
 #include "TemporaryFolder.h"
-#include "Unprivileged.h"
+#include "support/Unprivileged.h"
 
 using namespace Tessel3Sync;
 using namespace Tessel3SyncSimulator;
@@ -261,7 +261,7 @@ TEST_F(FaultPlanFile, ThatMayNotBeReadIsNamed)
     const std::string file = folder.write("plan.json", "{}");
     std::filesystem::permissions(std::filesystem::u8path(file), std::filesystem::perms::none);
     EXPECT_EQ("fault plan " + file + " cannot be read",
-              unprivileged([&] { return refusal(file); }));
+              KvSyncTest::unprivileged([&] { return refusal(file); }));
 }
 #endif
 

@@ -1,7 +1,7 @@
 #include "ScannerFixture.h"
 
 #include "TemporaryFolder.h"
-#include "Unprivileged.h"
+#include "support/Unprivileged.h"
 
 #include <fstream>
 
@@ -198,7 +198,7 @@ TEST_F(UserInformationFile, ThatMayNotBeReadIsRefusedAndLeftAsItIs)
     ASSERT_EQ(Ok, WriteUserInfomation(device, 0, "kept", 4));
     const auto path = std::filesystem::u8path(file);
     std::filesystem::permissions(path, std::filesystem::perms::none);
-    const std::string answer = unprivileged([&] {
+    const std::string answer = KvSyncTest::unprivileged([&] {
         setUserInformationFile(file);
         return std::to_string(WriteUserInfomation(device, 0, "lost", 4));
     });
@@ -214,7 +214,7 @@ TEST_F(UserInformationFile, InAFolderThatMayNotBeWrittenKeepsItsOldContent)
     const auto path = std::filesystem::u8path(file).parent_path();
     std::filesystem::permissions(path, std::filesystem::perms::owner_read |
                                            std::filesystem::perms::owner_exec);
-    EXPECT_EQ(std::to_string(StorageFailed), unprivileged([&] {
+    EXPECT_EQ(std::to_string(StorageFailed), KvSyncTest::unprivileged([&] {
                   return std::to_string(WriteUserInfomation(device, 0, "lost", 4));
               }));
     std::filesystem::permissions(path, std::filesystem::perms::owner_all);

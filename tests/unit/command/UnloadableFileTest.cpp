@@ -1,8 +1,7 @@
 #include "unit/command/CommandManagerFixture.h"
 
 #include "support/CriticalLinesOff.h"
-
-#include <QtCore/QPluginLoader>
+#include "support/UnloadableFiles.h"
 
 #include <functional>
 
@@ -10,44 +9,13 @@ namespace {
 
 using namespace KvSyncTest;
 
-struct UnloadableRow
-{
-    const char *name;
-    void (*provide)(ApplicationFolder &folder, const QString &fileName);
-};
-
-const UnloadableRow unloadables[] = {
-    {"TextFile",
-     [](ApplicationFolder &folder, const QString &fileName) { folder.writeText(fileName); }},
-    {"EmptyFile",
-     [](ApplicationFolder &folder, const QString &fileName) { folder.writeText(fileName, ""); }},
-    {"TruncatedModule",
-     [](ApplicationFolder &folder, const QString &fileName) {
-         folder.writeTruncated(commandFixture("Recorder"), fileName);
-     }},
-    {"MissingLibrary",
-     [](ApplicationFolder &folder, const QString &fileName) {
-         folder.copyModule(commandFixture("MissingLibrary"), fileName);
-     }},
-    {"NullRoot",
-     [](ApplicationFolder &folder, const QString &fileName) {
-         folder.copyModule(commandFixture("NullRoot"), fileName);
-     }},
-};
-
-class UnloadableFile : public CommandManagerFixture,
-                       public ::testing::WithParamInterface<UnloadableRow>
+class UnloadableCommandFile : public CommandManagerFixture,
+                              public ::testing::WithParamInterface<UnloadableFile>
 {
 protected:
-    UnloadableFile() { GetParam().provide(folder, "Demo.1.0.2.dll"); }
+    UnloadableCommandFile() { GetParam().provide(folder, "Demo.1.0.2.dll"); }
 
-    /// What Qt itself says of the file.
-    QString loaderText() const
-    {
-        QPluginLoader loader(folder.filePath("Demo.1.0.2.dll"));
-        EXPECT_EQ(loader.instance(), nullptr);
-        return loader.errorString();
-    }
+    QString loaderText() const { return loaderError(folder.filePath("Demo.1.0.2.dll")); }
 
     void expectRefused(const std::function<void()> &load)
     {
@@ -55,13 +23,13 @@ protected:
     }
 };
 
-TEST_P(UnloadableFile, ThrowsTheLoadersOwnWords)
+TEST_P(UnloadableCommandFile, ThrowsTheLoadersOwnWords)
 {
     EXPECT_FALSE(loaderText().isEmpty());
     expectRefused([this] { manager.load("Demo", {1, 0}); });
 }
 
-TEST_P(UnloadableFile, IsLoggedAfterTheLoadingLine)
+TEST_P(UnloadableCommandFile, IsLoggedAfterTheLoadingLine)
 {
     expectRefused([this] { manager.load("Demo", {1, 0}); });
     expectLog({loadLine("Demo.1.0.2.dll"), criticalLine(loaderText())});
@@ -70,7 +38,7 @@ TEST_P(UnloadableFile, IsLoggedAfterTheLoadingLine)
                         "CommandManager.cpp");
 }
 
-TEST_P(UnloadableFile, OfTheHighestVersionIsLoggedByItsOwnOperation)
+TEST_P(UnloadableCommandFile, OfTheHighestVersionIsLoggedByItsOwnOperation)
 {
     expectRefused([this] { manager.loadMaxVersionPlugin("Demo"); });
     expectLog({loadLine("Demo.1.0.2.dll"), criticalLine(loaderText())});
@@ -79,7 +47,7 @@ TEST_P(UnloadableFile, OfTheHighestVersionIsLoggedByItsOwnOperation)
                         "CommandManager.cpp");
 }
 
-TEST_P(UnloadableFile, ThrowsTheSameWhenCriticalLinesAreOff)
+TEST_P(UnloadableCommandFile, ThrowsTheSameWhenCriticalLinesAreOff)
 {
     const CriticalLinesOff off;
     expectRefused([this] { manager.load("Demo", {1, 0}); });
@@ -87,13 +55,13 @@ TEST_P(UnloadableFile, ThrowsTheSameWhenCriticalLinesAreOff)
     EXPECT_EQ(log.lines(Channel::QtCritical), std::vector<LogLine>());
 }
 
-TEST_P(UnloadableFile, IsNotTriedAroundByAnOlderBuild)
+TEST_P(UnloadableCommandFile, IsNotTriedAroundByAnOlderBuild)
 {
     provide({"Demo.1.0.1.dll"});
     expectRefused([this] { manager.load("Demo", {1, 0}); });
 }
 
-TEST_P(UnloadableFile, StoresNothingAndANewerBuildLoads)
+TEST_P(UnloadableCommandFile, StoresNothingAndANewerBuildLoads)
 {
     expectRefused([this] { manager.load("Demo", {1, 0}); });
     expectNotLoaded("Demo", {1, 0}, "Demo.1.0");
@@ -102,7 +70,8 @@ TEST_P(UnloadableFile, StoresNothingAndANewerBuildLoads)
     EXPECT_NE(manager.load("Demo", {1, 0}), nullptr);
 }
 
-INSTANTIATE_TEST_SUITE_P(CommandManager, UnloadableFile, ::testing::ValuesIn(unloadables), rowName);
+INSTANTIATE_TEST_SUITE_P(CommandManager, UnloadableCommandFile,
+                         ::testing::ValuesIn(unloadableFiles), rowName);
 
 #if defined(Q_OS_LINUX)
 // Windows says only that some module was not found.
