@@ -198,12 +198,9 @@ TEST(KvsyncExec, TheLogGoesByVerboseAloneNotByTheEnvironment)
                                    QStringLiteral("{\"serial\": \"\"}")});
     const auto errorsUnder = [](const QString &rules, const QString &level,
                                 const QStringList &arguments) {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("QT_LOGGING_RULES"), rules);
-        environment.insert(QStringLiteral("GLOG_minloglevel"), level);
-        process.setProcessEnvironment(environment);
-        return runKvsync(arguments, process).errors;
+        return runKvsync(arguments, {{QStringLiteral("QT_LOGGING_RULES"), rules},
+                                     {QStringLiteral("GLOG_minloglevel"), level}})
+            .errors;
     };
     EXPECT_EQ(errorsUnder(QStringLiteral("*=true"), QStringLiteral("0"), call).toStdString(), "");
     const QString all = errorsUnder(QStringLiteral("*=false"), QStringLiteral("3"),

@@ -20,9 +20,7 @@ protected:
     QStringList scanUnder(const QString &content, const QStringList &further = {})
     {
         const QString plan = folder.filePath(QStringLiteral("plan.json"));
-        QFile file(plan);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content.toUtf8());
+        writeFile(plan, content.toUtf8());
         return QStringList{QStringLiteral("scan"),
                            QStringLiteral("--frames"),
                            QStringLiteral("4"),

@@ -1,8 +1,9 @@
 // What a user or the system ends by a signal: the real program, a real signal.
-#include "PluginFolders.h"
+#include "Kvsync.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
 
 #include <csignal>
 

@@ -69,6 +69,16 @@ Outcome runKvsync(const QStringList &arguments, QProcess &process)
             textOf(process.readAllStandardError())};
 }
 
+Outcome runKvsync(const QStringList &arguments, const QMap<QString, QString> &environment)
+{
+    QProcess process;
+    QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+    for (auto each = environment.begin(); each != environment.end(); ++each)
+        variables.insert(each.key(), each.value());
+    process.setProcessEnvironment(variables);
+    return runKvsync(arguments, process);
+}
+
 void expectFailure(const QStringList &arguments, const QString &errorLine)
 {
     expectEnd(arguments, 1, errorLine);
@@ -86,11 +96,28 @@ void expectWrongCommandLine(const QStringList &arguments, const QString &errorLi
               errorLine + QLatin1Char('\n') + command + QStringLiteral(" --help tells more"));
 }
 
+void copyFile(const QString &from, const QString &to)
+{
+    EXPECT_TRUE(QFile::copy(from, to)) << from.toStdString() << " " << to.toStdString();
+}
+
+void writeFile(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    EXPECT_EQ(file.write(content), content.size());
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+    return file.readAll();
+}
+
 QJsonObject recordIn(const QString &folder)
 {
-    QFile file(folder + QStringLiteral("/scan.json"));
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << file.fileName().toStdString();
-    return QJsonDocument::fromJson(file.readAll()).object();
+    return QJsonDocument::fromJson(contentOf(folder + QStringLiteral("/scan.json"))).object();
 }
 
 void expectImages(const QString &folder, const QJsonObject &record)

@@ -2,6 +2,7 @@
 #define KVSYNC_TESTS_CLI_KVSYNC_H
 
 #include <QtCore/QJsonObject>
+#include <QtCore/QMap>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
@@ -29,6 +30,8 @@ QStringList patiently();
 Outcome runKvsync(const QStringList &arguments);
 /// The same in a process that the caller has prepared.
 Outcome runKvsync(const QStringList &arguments, QProcess &process);
+/// The same with these environment variables set.
+Outcome runKvsync(const QStringList &arguments, const QMap<QString, QString> &environment);
 
 /// Expects exit status 1, an empty output, and exactly this line on standard error.
 void expectFailure(const QStringList &arguments, const QString &errorLine);
@@ -39,6 +42,10 @@ void expectWrongValue(const QStringList &arguments, const QString &errorLine);
 /// Expects exit status 2, an empty output, and this line before the hint to the help of `command`.
 void expectWrongCommandLine(const QStringList &arguments, const QString &errorLine,
                             const QString &command = QStringLiteral("kvsync"));
+
+void copyFile(const QString &from, const QString &to);
+void writeFile(const QString &path, const QByteArray &content);
+QByteArray contentOf(const QString &path);
 
 /// The scan.json of a folder.
 QJsonObject recordIn(const QString &folder);

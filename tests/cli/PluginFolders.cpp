@@ -1,7 +1,6 @@
 #include "PluginFolders.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
 
@@ -66,25 +65,6 @@ QJsonObject PluginFolders::why(const QString &file, const QStringList &options) 
 QStringList loadPatiently()
 {
     return {QStringLiteral("--load"), QStringLiteral("--timeout"), QStringLiteral("60000")};
-}
-
-void copyFile(const QString &from, const QString &to)
-{
-    EXPECT_TRUE(QFile::copy(from, to)) << from.toStdString() << " " << to.toStdString();
-}
-
-void writeFile(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    EXPECT_EQ(file.write(content), content.size());
-}
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-    return file.readAll();
 }
 
 std::string codes(const QJsonObject &file)

@@ -31,10 +31,6 @@ private:
 /// Tries to load, with time enough for a loaded machine.
 QStringList loadPatiently();
 
-void copyFile(const QString &from, const QString &to);
-void writeFile(const QString &path, const QByteArray &content);
-QByteArray contentOf(const QString &path);
-
 /// The codes of a line's reasons, in order, with blanks between.
 std::string codes(const QJsonObject &file);
 /// "code: text" of each of a line's warnings.

@@ -1,11 +1,12 @@
 // What "kvsync scan" leaves in its folder, however it ends.
-#include "PluginFolders.h"
+#include "Kvsync.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
 #include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
 
 #include <algorithm>
 

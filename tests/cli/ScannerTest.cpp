@@ -1,10 +1,8 @@
 #include "Kvsync.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
-#include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
 
@@ -70,27 +68,18 @@ TEST_F(KvsyncScanner, ListTellsTheSerialNumbersThatSerialTakes)
 TEST_F(KvsyncScanner, ListSaysThatThereIsNone)
 {
     const QString plan = folder.filePath(QStringLiteral("plan.json"));
-    QFile file(plan);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(R"({"faults": [{"function": "GetCamerasInformation", "status": 3}]})");
-    file.close();
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("TESSEL3SYNC_SIMULATOR_PLAN"), plan);
-    process.setProcessEnvironment(environment);
-    const Outcome outcome = runKvsync(scanner({QStringLiteral("list")}), process);
+    writeFile(plan, R"({"faults": [{"function": "GetCamerasInformation", "status": 3}]})");
+    const Outcome outcome = runKvsync(scanner({QStringLiteral("list")}),
+                                      {{QStringLiteral("TESSEL3SYNC_SIMULATOR_PLAN"), plan}});
     EXPECT_EQ(outcome.exitCode, 0) << outcome.errors.toStdString();
     EXPECT_EQ(outcome.output.toStdString(), "no scanner\n");
 }
 
 TEST_F(KvsyncScanner, ListSaysWhyTheSimulatedScannerCannotBeUsed)
 {
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("TESSEL3SYNC_SIMULATOR_SCANNER"),
-                       QStringLiteral("{\"width\": 1}"));
-    process.setProcessEnvironment(environment);
-    const Outcome outcome = runKvsync(scanner({QStringLiteral("list")}), process);
+    const Outcome outcome = runKvsync(
+        scanner({QStringLiteral("list")}),
+        {{QStringLiteral("TESSEL3SYNC_SIMULATOR_SCANNER"), QStringLiteral("{\"width\": 1}")}});
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_EQ(outcome.output.toStdString(), "");
     EXPECT_TRUE(outcome.errors.endsWith(

@@ -1,7 +1,5 @@
 #include "output/ContactSheet.h"
 
-#include "Digits.h"
-
 #include <algorithm>
 #include <cstring>
 
@@ -30,6 +28,46 @@ void paste(QImage &sheet, const QImage &picture, int left, int top)
     const std::size_t length = static_cast<std::size_t>(same.width()) * pixelBytes;
     for (int row = 0; row < same.height(); ++row)
         std::memcpy(sheet.scanLine(top + row) + offset, same.constScanLine(row), length);
+}
+
+// Digits by hand: fonts would need a whole graphical application.
+
+constexpr int digitColumns = 3;
+constexpr int digitRows = 5;
+constexpr int dotSize = 2;
+
+const char *const digits[10][digitRows] = {
+    {"###", "# #", "# #", "# #", "###"}, {" # ", "## ", " # ", " # ", "###"},
+    {"###", "  #", "###", "#  ", "###"}, {"###", "  #", "###", "  #", "###"},
+    {"# #", "# #", "###", "  #", "  #"}, {"###", "#  ", "###", "  #", "###"},
+    {"###", "#  ", "###", "# #", "###"}, {"###", "  #", "  #", "  #", "  #"},
+    {"###", "# #", "###", "# #", "###"}, {"###", "# #", "###", "  #", "###"},
+};
+
+void drawDot(QImage &image, int left, int top)
+{
+    const int right = std::min(left + dotSize, image.width());
+    const int bottom = std::min(top + dotSize, image.height());
+    for (int y = top; y < bottom; ++y)
+        for (int x = left; x < right; ++x)
+            image.setPixelColor(x, y, Qt::black);
+}
+
+void drawDigit(QImage &image, int digit, int left, int top)
+{
+    for (int row = 0; row < digitRows; ++row)
+        for (int column = 0; column < digitColumns; ++column)
+            if (digits[digit][row][column] == '#')
+                drawDot(image, left + column * dotSize, top + row * dotSize);
+}
+
+// What does not fit is cut off.
+void drawNumber(QImage &image, int number, int left, int top)
+{
+    const QString text = QString::number(std::max(number, 0));
+    for (int place = 0; place < text.size(); ++place)
+        drawDigit(image, text.at(place).digitValue(), left + place * (digitColumns + 1) * dotSize,
+                  top);
 }
 
 } // namespace

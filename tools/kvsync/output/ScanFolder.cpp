@@ -1,7 +1,5 @@
 #include "output/ScanFolder.h"
 
-#include "output/AtomicFile.h"
-
 #include <KvSyncTool/Exception.h>
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonDocument>
@@ -45,11 +43,7 @@ QString ScanFolder::imageName(int frame, int camera, int place)
 
 void ScanFolder::removeImages()
 {
-    for (const QString &name : images()) {
-        QFile file(dir().filePath(name));
-        if (!file.remove())
-            raiseUnwritable(DeviceOperationFailed, file.fileName(), file.errorString());
-    }
+    removeFiles(dir(), images());
 }
 
 // A file that is not whole yet has six letters behind its name.

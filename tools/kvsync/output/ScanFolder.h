@@ -1,7 +1,7 @@
 #ifndef KVSYNC_SCANFOLDER_H
 #define KVSYNC_SCANFOLDER_H
 
-#include "output/OutputFolder.h"
+#include "output/OutputFiles.h"
 
 #include <QtCore/QLockFile>
 
@@ -12,8 +12,8 @@ class ScanFolder
 {
 public:
     /// Makes the folder if it is missing. Throws `PathNotExist` if files cannot be written there or
-    /// another process scans into it, and `InvalidParameter` if it holds an earlier scan that shall
-    /// not be replaced.
+    /// another process scans into it, and `InvalidParameter` if it holds an earlier scan that is
+    /// not to be replaced.
     ScanFolder(const QString &path, bool replaceEarlier);
 
     const QDir &dir() const { return folder.dir(); }

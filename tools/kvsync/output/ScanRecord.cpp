@@ -1,6 +1,6 @@
 #include "output/ScanRecord.h"
 
-#include "output/AtomicFile.h"
+#include "output/OutputFiles.h"
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>

@@ -1,7 +1,7 @@
 #include "output/ScanWriter.h"
 
-#include "ImageFiles.h"
-#include "output/AtomicFile.h"
+#include "output/Images.h"
+#include "output/OutputFiles.h"
 
 #include <KvSyncTool/Exception.h>
 #include <QtCore/QCryptographicHash>
@@ -50,7 +50,7 @@ void ScanWriter::begin(const QJsonObject &facts)
     writeRecord(folder.recordPath(), scan);
 }
 
-void ScanWriter::takeBack()
+void ScanWriter::withdraw()
 {
     if (earlierRecord.isNull())
         QFile::remove(folder.recordPath());
@@ -59,7 +59,7 @@ void ScanWriter::takeBack()
                         [this](QIODevice &file) { return writeAll(file, earlierRecord); });
 }
 
-void ScanWriter::take(const QVariantList &maps)
+void ScanWriter::addFrame(const QVariantList &maps)
 {
     if (scan.frames == 0) {
         folder.removeImages();

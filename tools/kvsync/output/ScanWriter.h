@@ -21,11 +21,11 @@ public:
 
     /// Writes the record of a scan that begins.
     void begin(const QJsonObject &facts);
-    /// There was no scan: the record is as it was before.
-    void takeBack();
+    /// There was no scan: restores the record that stood there before.
+    void withdraw();
 
-    /// The images of a frame, as the plug-in's maps. Waits while others wait to be written.
-    void take(const QVariantList &maps);
+    /// Writes the images of a frame, the plug-in's maps. Blocks while too many wait to be written.
+    void addFrame(const QVariantList &maps);
     /// Whether a file could not be written. An image that cannot be used is no failure: its entry
     /// says so.
     bool hasFailed() const { return queue.hasFailed(); }

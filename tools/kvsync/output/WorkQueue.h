@@ -11,12 +11,12 @@
 
 namespace KvSyncCli {
 
-/// Jobs that a few threads do at once, while a bounded number waits.
+/// Runs jobs on a few threads, while a bounded number of further ones waits.
 class WorkQueue
 {
 public:
     WorkQueue(int threadCount, int mostWaiting);
-    /// Waits for the jobs that are under way; those that wait are not begun.
+    /// Waits for the jobs that run; those that wait are dropped.
     ~WorkQueue();
     WorkQueue(const WorkQueue &) = delete;
     WorkQueue &operator=(const WorkQueue &) = delete;
@@ -25,7 +25,7 @@ public:
     void post(std::function<void()> job);
     /// Whether a job threw.
     bool hasFailed() const;
-    /// Waits until all are done. Throws what the first that failed threw.
+    /// Waits until all are done. Throws what the first job that failed threw.
     void finish();
 
 private:

@@ -1,6 +1,6 @@
-#include "LoadTrial.h"
+#include "plugins/LoadTrial.h"
 
-#include "TrialCommand.h"
+#include "plugins/TrialProcess.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QProcess>

@@ -1,4 +1,4 @@
-#include "PluginFileName.h"
+#include "plugins/PluginFileName.h"
 
 #include <QtCore/QDir>
 

@@ -1,4 +1,4 @@
-#include "PluginKind.h"
+#include "plugins/PluginKind.h"
 
 #include <KvSyncCore/CommandInterface.h>
 #include <KvSyncDevice/IFactory.h>

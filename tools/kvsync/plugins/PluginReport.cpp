@@ -1,7 +1,7 @@
-#include "PluginReport.h"
+#include "plugins/PluginReport.h"
 
 #include "BoundedReader.h"
-#include "LoadTrial.h"
+#include "plugins/LoadTrial.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>

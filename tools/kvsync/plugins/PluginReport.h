@@ -3,8 +3,8 @@
 
 #include "LibraryFile.h"
 #include "LibrarySearch.h"
-#include "PluginFileName.h"
-#include "PluginKind.h"
+#include "plugins/PluginFileName.h"
+#include "plugins/PluginKind.h"
 
 #include <QtCore/QJsonObject>
 

@@ -1,4 +1,4 @@
-#include "ReportJson.h"
+#include "plugins/ReportJson.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>

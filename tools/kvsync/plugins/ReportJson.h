@@ -1,7 +1,7 @@
 #ifndef KVSYNC_REPORTJSON_H
 #define KVSYNC_REPORTJSON_H
 
-#include "PluginReport.h"
+#include "plugins/PluginReport.h"
 
 namespace KvSyncCli {
 

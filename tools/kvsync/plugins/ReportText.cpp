@@ -1,4 +1,4 @@
-#include "ReportText.h"
+#include "plugins/ReportText.h"
 
 #include <QtCore/QFileInfo>
 

@@ -1,7 +1,7 @@
 #ifndef KVSYNC_REPORTTEXT_H
 #define KVSYNC_REPORTTEXT_H
 
-#include "PluginReport.h"
+#include "plugins/PluginReport.h"
 
 namespace KvSyncCli {
 

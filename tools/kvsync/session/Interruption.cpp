@@ -1,6 +1,6 @@
 #include "session/Interruption.h"
 
-#include "Failure.h"
+#include "output/Console.h"
 #include "session/SignalWatch.h"
 
 #include <utility>
@@ -37,8 +37,8 @@ bool Interruption::begin(int signalNumber)
         return false;
     number = signalNumber;
     // What is under way may hang, and closing too.
-    printFailure(QStringLiteral("%1: closing what is open; a second one ends at once")
-                     .arg(signalName(signalNumber)));
+    printError(QStringLiteral("%1: closing what is open; a second one ends at once")
+                   .arg(signalName(signalNumber)));
     for (const Ending *const each : endings)
         each->end();
     return true;

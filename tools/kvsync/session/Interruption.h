@@ -13,11 +13,11 @@ namespace KvSyncCli {
 
 class SignalWatch;
 
-/// The wish of a user or of the system that the process end: Ctrl-C, SIGTERM, a closed console.
+/// A request by the user or the system to end the process: Ctrl-C, SIGTERM, a closed console.
 ///
-/// What must not be left as it is, such as a scanner with its lights on, registers how it is ended.
-/// The process then goes its ordinary way out. A second wish ends it at once, and so does the first
-/// if nothing is registered. One object in a process.
+/// What must not be left as it is, such as a scanner with its lights on, registers how to end it.
+/// The process then returns from main as ever. A second request ends it at once, and so does the
+/// first if nothing is registered. One object in a process.
 class Interruption
 {
 public:
@@ -34,8 +34,8 @@ public:
     /// What a shell reports of a process that a signal ended.
     int exitStatus() const;
 
-    /// As long as it lives, `end` is called when the process shall end: once, on a thread of its
-    /// own, and at once if that wish is older. It must not throw.
+    /// As long as it lives, `end` is called when the process is asked to end: once, on a thread of
+    /// its own, and at once if it was asked before. It must not throw.
     class Ending
     {
     public:
@@ -53,7 +53,7 @@ public:
     };
 
 private:
-    /// Whether the process ends in order; if not, the system shall end it.
+    /// Returns whether the process ends in order; if not, the system is to end it.
     bool begin(int signalNumber);
 
     std::mutex mutex; ///< guards the list, and is held while endings run

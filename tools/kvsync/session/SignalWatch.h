@@ -13,7 +13,7 @@ namespace KvSyncCli {
 class SignalWatch
 {
 public:
-    /// `begin` gets the signal's number, outside any signal handler, and answers whether the
+    /// `begin` gets the signal's number, outside any signal handler, and returns whether the
     /// process ends in order. If not, and for every further signal, it ends here and now.
     explicit SignalWatch(std::function<bool(int number)> begin);
     ~SignalWatch();
