@@ -3,6 +3,9 @@
 
 #include <KvSyncTool/Exception.h>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <cstddef>
 
 namespace Scanner {
 
@@ -27,6 +30,38 @@ inline void check(ErrorCode result, const QString &text)
 [[noreturn]] inline void refuse(const QString &what)
 {
     raise(FunctionNotExist, QStringLiteral("Scanner 1.0 does not serve %1").arg(what));
+}
+
+/// The row of that name in a table whose rows have a member `name`. Throws `FunctionNotExist` with
+/// all the names; `what` says in the text what they are names of.
+template <typename Row, std::size_t count>
+const Row &rowNamed(const Row (&rows)[count], const QString &name, const QString &what)
+{
+    QStringList names;
+    for (const Row &row : rows) {
+        if (row.name == name)
+            return row;
+        names.append(row.name);
+    }
+    raise(FunctionNotExist, QStringLiteral("There is no %1 \"%2\", but %3")
+                                .arg(what, name, names.join(QStringLiteral(", "))));
+}
+
+/// What the exception says that is being handled, whatever its type.
+QString thrownText();
+
+/// Logs the exception that is being handled: "<what> threw: <its text>".
+void logThrown(const char *what) noexcept;
+
+/// Runs `action` where nobody could catch what it throws: it is logged.
+template <typename Action>
+void runLogged(const char *what, const Action &action) noexcept
+{
+    try {
+        action();
+    } catch (...) {
+        logThrown(what);
+    }
 }
 
 } // namespace Scanner

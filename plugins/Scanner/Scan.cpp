@@ -1,6 +1,6 @@
 #include "Scan.h"
 
-#include "Thrown.h"
+#include "Errors.h"
 
 #include <KvSyncTool/Exception.h>
 

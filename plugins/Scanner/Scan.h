@@ -2,11 +2,16 @@
 #define SCANNER_SCAN_H
 
 #include "FrameAccount.h"
-#include "Publish.h"
 
 #include <QtCore/QString>
+#include <QtCore/QVariant>
+
+#include <functional>
 
 namespace Scanner {
+
+/// Tells the host of an event: its name and its payload.
+using Publish = std::function<void(const QString &name, const QVariantList &payload)>;
 
 enum class EndReason { Complete, Stopped, ConnectionLost, Failed };
 

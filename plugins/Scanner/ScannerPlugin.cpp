@@ -17,7 +17,7 @@ std::thread startThread(std::function<void()> body)
 } // namespace
 
 ScannerPlugin::ScannerPlugin()
-    : link(std::make_shared<LinkDevice>(publisher(), startThread))
+    : link(std::make_shared<DirectLink::Device>(publisher(), startThread))
     , plugins(publisher())
 {
 }
@@ -38,12 +38,12 @@ qint64 ScannerPlugin::openDevices(const QVariantMap &parameters)
     if (parameters.contains(QStringLiteral("plugin")))
         return plugins.open(parameters);
     link->open(parameters);
-    return DirectLink::handle;
+    return DirectLink::Connection::handle;
 }
 
 void ScannerPlugin::closeDevices(qint64 handle)
 {
-    const std::shared_ptr<Device> closing = device(handle);
+    const std::shared_ptr<DeviceFunctions> closing = device(handle);
     closing->close();
     plugins.remove(closing);
 }
@@ -98,14 +98,14 @@ QVariant ScannerPlugin::execute(qint64 handle, const QString &command,
     return device(handle)->execute(command, arguments);
 }
 
-// Whoever uses a device keeps it: another thread may close it meanwhile.
-std::shared_ptr<Device> ScannerPlugin::device(qint64 handle)
+// A shared pointer, since another thread may close the device meanwhile.
+std::shared_ptr<DeviceFunctions> ScannerPlugin::device(qint64 handle)
 {
-    if (handle == DirectLink::handle) {
+    if (handle == DirectLink::Connection::handle) {
         link->requireOpen();
         return link;
     }
-    if (std::shared_ptr<Device> found = plugins.find(handle))
+    if (std::shared_ptr<DeviceFunctions> found = plugins.find(handle))
         return found;
     raiseNotOpen(handle);
 }

@@ -1,15 +1,15 @@
 #ifndef SCANNER_SCANNERPLUGIN_H
 #define SCANNER_SCANNERPLUGIN_H
 
-#include "directlink/LinkDevice.h"
-#include "plugindevices/PluginDevices.h"
+#include "directlink/Device.h"
+#include "plugindevices/Registry.h"
 
 #include <KvSyncCore/CommandInterface.h>
 
 /// A scanner service over the core's DeviceController: the command plug-in "Scanner", version 1.0.
 /// It serves the scanner of the direct link (handle 1) and the devices of device plug-ins (their
-/// handles are the core's) with the same functions; what they mean for each stands in LinkDevice
-/// and PluginDevice.
+/// handles are the core's) with the same functions; DeviceFunctions says what they do, and
+/// README.md what their names and parameters are for each.
 ///
 /// Failures are KvSyncTool::Exception. Any thread may call, several at once; one scan runs on a
 /// device at a time. Events, by signal name and payload:
@@ -34,7 +34,7 @@ public:
 
     void setDeviceController(KvSyncCore::DeviceController *controller) override;
     /// One map for the scanner of the direct link, if it is open or can be opened: {"serial",
-    /// "connected" (open, and its connection not lost), "present" (it answers), "cameras",
+    /// "connected" (open, and its connection not lost), "present" (it responds), "cameras",
     /// "fastUsb"} and, if it is open, {"handle"}. Then one for each open device of a device
     /// plug-in:
     /// {"plugin", "version", "index", "name", "types", "handle"}.
@@ -54,18 +54,16 @@ public:
     /// `flag` makes the angle a relative one.
     void turntableRotate(qint64 handle, const QString &name, const QVariantMap &parameters,
                          bool flag) override;
-    /// "commands" returns the commands that the handle serves: see CommandInfo::describe. Handle 0
-    /// is the plug-in itself: "listDevices" [{"plugin", "version"}], the devices that a
-    /// device plug-in has; see PluginDevices::enumerate.
+    /// Handle 0 is the plug-in itself: "listDevices" lists the devices of a device plug-in.
     QVariant execute(qint64 handle, const QString &command, const QVariantList &arguments) override;
 
 private:
-    std::shared_ptr<Scanner::Device> device(qint64 handle);
+    std::shared_ptr<Scanner::DeviceFunctions> device(qint64 handle);
     QVariant executeWithoutDevice(const QString &command, const QVariantList &arguments);
     Scanner::Publish publisher();
 
-    const std::shared_ptr<Scanner::LinkDevice> link;
-    Scanner::PluginDevices plugins;
+    const std::shared_ptr<Scanner::DirectLink::Device> link;
+    Scanner::PluginDevices::Registry plugins;
 };
 
 #endif

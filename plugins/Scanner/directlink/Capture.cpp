@@ -1,25 +1,29 @@
 #include "Capture.h"
 
 #include "Errors.h"
-#include "FrameQueue.h"
-#include "ScanSession.h"
+#include "Parameters.h"
 
 #include <algorithm>
 #include <chrono>
+#include <exception>
 #include <optional>
+#include <utility>
+#include <vector>
 
-namespace Scanner {
+namespace Scanner::DirectLink {
 
-namespace {
-
+using CameraSpace::ImageBlock;
+using KvSyncCore::DeviceController;
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
+
+namespace {
 
 constexpr int longestTimeoutMs = 3600000;
 
 struct CaptureRequest
 {
-    CaptureRequest(const Parameters &read, DirectLink &link)
+    CaptureRequest(const Parameters &read, Connection &link)
     {
         read.allowOnly(QStringLiteral("A scan"),
                        namesOf(ScanRequest::parameters()) +
@@ -39,11 +43,11 @@ struct CaptureRequest
     milliseconds limit{0};
 };
 
-class LinkFrames : public FrameSource
+class CapturedFrames : public FrameSource
 {
 public:
-    LinkFrames(DirectLink &directLink, FrameReceiver &receiver, const CaptureRequest &request)
-        : link(directLink)
+    CapturedFrames(Connection &connection, FrameReceiver &receiver, const CaptureRequest &request)
+        : link(connection)
         , queue(std::make_shared<FrameQueue>(request.frames))
         , frames(request.frames)
         , limit(request.limit)
@@ -67,8 +71,8 @@ public:
 
     void stop() override
     {
-        queue->close();
         session.stop();
+        queue->close();
     }
 
     ScanEnd thrownEnd() override
@@ -98,22 +102,128 @@ private:
         }
     }
 
-    DirectLink &link;
+    Connection &link;
     const std::shared_ptr<FrameQueue> queue;
     const int frames;
     const milliseconds limit;
     int arrived = 0;
-    ScanSession session;
+    Session session;
 };
 
 } // namespace
 
-QVariantList captureScan(DirectLink &link, FrameReceiver &receiver, const QVariantMap &parameters,
+QVariantList captureScan(Connection &link, FrameReceiver &receiver, const QVariantMap &parameters,
                          const Publish &publish)
 {
     const CaptureRequest request(Parameters(parameters), link);
-    LinkFrames source(link, receiver, request);
+    CapturedFrames source(link, receiver, request);
     return runScan(source, request.frames, request.keep, publish);
 }
 
-} // namespace Scanner
+namespace {
+
+constexpr int scanRoute = 2;
+constexpr int highestRoute = 255;
+
+std::vector<std::unique_ptr<ImageBlock>> grabBlocks(Connection &link, unsigned int route)
+{
+    QList<ImageBlock *> grabbed;
+    link.run(QStringLiteral("The scanner refuses a color snapshot"),
+             [&](DeviceController &c) { return c.grabImage(Connection::handle, route, grabbed); });
+    return {grabbed.begin(), grabbed.end()};
+}
+
+} // namespace
+
+QVariantList captureSnapshot(Connection &link, const QVariantMap &parameters)
+{
+    const Parameters read(parameters);
+    read.allowOnly(QStringLiteral("A color snapshot"), {QStringLiteral("route")});
+    const int route =
+        read.optionalWholeNumber(QStringLiteral("route"), 0, highestRoute).value_or(scanRoute);
+    QVariantList images;
+    for (const auto &block : grabBlocks(link, static_cast<unsigned int>(route)))
+        images.append(
+            imageMap(Image{images.size(), block->tag, block->width, block->height, block->data}));
+    return images;
+}
+
+Stream::Stream(Connection &connection, FrameReceiver &frameReceiver, EventThread &eventThread,
+               Publish publishEvent, std::function<void()> checkConnection)
+    : link(connection)
+    , receiver(frameReceiver)
+    , events(eventThread)
+    , publish(std::move(publishEvent))
+    , check(std::move(checkConnection))
+{
+}
+
+void Stream::start(const QVariantMap &parameters)
+{
+    const Parameters read(parameters);
+    read.allowOnly(QStringLiteral("A scan"), namesOf(ScanRequest::parameters()));
+    const ScanRequest request = ScanRequest::from(read, link);
+    const auto newQueue = std::make_shared<FrameQueue>(withoutEnd);
+    newQueue->onFrame([this, waiting = std::weak_ptr<FrameQueue>(newQueue)] {
+        events.post([this, waiting] {
+            if (const std::shared_ptr<FrameQueue> frames = waiting.lock())
+                passFrame(*frames);
+        });
+    });
+    const std::lock_guard<std::mutex> lock(mutex);
+    session = std::make_unique<Session>(link, receiver, newQueue, request);
+    queue = newQueue;
+    events.whenQuiet(quietTime, check);
+}
+
+FrameAccount Stream::stop(const ScanEnd &end)
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (!queue)
+        return FrameAccount();
+    queue->cancel(end);
+    return finishCancelled(lock);
+}
+
+void Stream::finish()
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (!queue || !queue->cancelled())
+        return;
+    try {
+        finishCancelled(lock);
+    } catch (const KvSyncTool::Exception &) {
+        // The end was told as an event.
+    }
+}
+
+FrameAccount Stream::finishCancelled(const std::lock_guard<std::mutex> &)
+{
+    ScanEnd end = *queue->cancelled();
+    std::exception_ptr refusal;
+    try {
+        session->stop();
+    } catch (const KvSyncTool::Exception &) {
+        if (end.reason == EndReason::Stopped) {
+            refusal = std::current_exception();
+            end = endOfThrown(link);
+        }
+    }
+    session.reset();
+    events.whenQuiet(quietTime, nullptr);
+    queue->close();
+    const FrameAccount account = queue->account();
+    queue.reset();
+    events.post([this, end, account] { publishEnd(publish, end, account); });
+    if (refusal)
+        std::rethrow_exception(refusal);
+    return account;
+}
+
+void Stream::passFrame(FrameQueue &frames)
+{
+    if (const std::optional<Frame> frame = frames.next(std::chrono::milliseconds(0)))
+        publish(QStringLiteral("frameArrived"), imageMaps(*frame, frames.start()));
+}
+
+} // namespace Scanner::DirectLink

@@ -1,11 +1,12 @@
 #include "Commands.h"
 
+#include "Errors.h"
 #include "Parameters.h"
 
 #include <algorithm>
 #include <utility>
 
-namespace Scanner {
+namespace Scanner::DirectLink {
 
 using KvSyncCore::DeviceController;
 
@@ -15,7 +16,7 @@ constexpr std::pair<int, int> percent{0, 100};
 
 const CommandInfo *findCommand(const QString &name)
 {
-    const std::vector<CommandInfo> &commands = linkCommands();
+    const std::vector<CommandInfo> &commands = commandTable();
     const auto found = std::find_if(commands.begin(), commands.end(), [&](const CommandInfo &each) {
         return name == QLatin1String(each.name);
     });
@@ -27,7 +28,7 @@ const CommandInfo *findCommand(const QString &name)
 // The spellings "Dutio" and "disStauts" are the link's own. Ranges are the scanner's, and not all
 // of them are known.
 // clang-format off
-const std::vector<CommandInfo> &linkCommands()
+const std::vector<CommandInfo> &commandTable()
 {
     static const std::vector<CommandInfo> commands = {
         {"Project", "map", {{"projectWorkType", "int"}}},
@@ -48,20 +49,69 @@ const std::vector<CommandInfo> &linkCommands()
 }
 // clang-format on
 
-bool isLinkCommand(const QString &name)
+bool hasCommand(const QString &name)
 {
     return findCommand(name) != nullptr;
 }
 
-QVariantMap runLinkCommand(DirectLink &link, const QString &name, const QVariantMap &parameters)
+QVariantMap runCommand(Connection &link, const QString &name, const QVariantMap &parameters)
 {
     Parameters(parameters)
         .allowOnly(QStringLiteral("The command \"%1\"").arg(name),
                    namesOf(findCommand(name)->parameters));
     QMap<QString, QVariant> used = parameters;
     link.run(QStringLiteral("The scanner refuses the command \"%1\"").arg(name),
-             [&](DeviceController &c) { return c.executeCommand(DirectLink::handle, name, used); });
+             [&](DeviceController &c) { return c.executeCommand(Connection::handle, name, used); });
     return used;
 }
 
-} // namespace Scanner
+namespace {
+
+unsigned int addressFrom(const QVariantList &arguments)
+{
+    return static_cast<unsigned int>(wholeNumberFrom(arguments.value(0),
+                                                     QStringLiteral("The address"),
+                                                     addressRange.first, addressRange.second));
+}
+
+QByteArray localBytes(const QString &text)
+{
+    QByteArray bytes = text.toLocal8Bit();
+    if (QString::fromLocal8Bit(bytes) != text)
+        raise(InvalidParameter,
+              QStringLiteral("The text has characters that the local encoding lacks"));
+    return bytes;
+}
+
+} // namespace
+
+QVariant readUserInformation(Connection &link, const QVariantList &arguments)
+{
+    const unsigned int address = addressFrom(arguments);
+    QByteArray data;
+    link.run(
+        QStringLiteral("The scanner refuses to read user information at address %1").arg(address),
+        [&](DeviceController &c) { return c.readCustomInfo(Connection::handle, address, data); });
+    return QString::fromLocal8Bit(data);
+}
+
+QVariant writeUserInformation(Connection &link, const QVariantList &arguments)
+{
+    const unsigned int address = addressFrom(arguments);
+    const QVariant text = arguments.value(1);
+    if (text.type() != QVariant::String)
+        raise(InvalidParameter,
+              QStringLiteral("User information must be a text, not %1").arg(shown(text)));
+    const QByteArray data = localBytes(text.toString());
+    link.run(
+        QStringLiteral("The scanner refuses to write user information at address %1").arg(address),
+        [&](DeviceController &c) {
+            const ErrorCode result = c.writeCustomInfo(Connection::handle, address, data);
+            if (result == InvalidParameter)
+                raise(result, QStringLiteral("User information is longer than 511 bytes in UTF-8"));
+            return result;
+        });
+    return {};
+}
+
+} // namespace Scanner::DirectLink

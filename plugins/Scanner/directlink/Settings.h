@@ -1,7 +1,7 @@
-#ifndef SCANNER_SETTINGS_H
-#define SCANNER_SETTINGS_H
+#ifndef SCANNER_DIRECTLINK_SETTINGS_H
+#define SCANNER_DIRECTLINK_SETTINGS_H
 
-#include "DirectLink.h"
+#include "Connection.h"
 
 #include <QtCore/QMap>
 #include <QtCore/QString>
@@ -9,7 +9,7 @@
 
 #include <mutex>
 
-namespace Scanner {
+namespace Scanner::DirectLink {
 
 /// The open scanner's settings by name. A setting of a camera has the camera in front, from 0:
 /// "camera1.gain". Any thread may call. Unknown names throw `FunctionNotExist`, values that cannot
@@ -17,7 +17,7 @@ namespace Scanner {
 class Settings
 {
 public:
-    explicit Settings(DirectLink &directLink);
+    explicit Settings(Connection &connection);
 
     /// One map for each setting of the connected cameras and the scanner: {"name", "unit",
     /// "minimum", "maximum", "count", "readable"} and, if it can be read, {"value"}.
@@ -37,11 +37,11 @@ public:
 private:
     void keepFirstValue(const QString &name, const QVariant &value);
 
-    DirectLink &link;
+    Connection &link;
     std::mutex mutex;
     QMap<QString, QVariant> firstValues;
 };
 
-} // namespace Scanner
+} // namespace Scanner::DirectLink
 
 #endif

@@ -1,4 +1,4 @@
-#include "EventThread.h"
+#include "directlink/EventThread.h"
 
 #include <QtCore/QtGlobal>
 
@@ -7,7 +7,7 @@
 #include <system_error>
 #include <vector>
 
-using Scanner::EventThread;
+using Scanner::DirectLink::EventThread;
 
 namespace {
 

@@ -1,9 +1,10 @@
-#include "directlink/FrameQueue.h"
+#include "directlink/Callbacks.h"
 
 #include <gtest/gtest.h>
 #include <vector>
 
 using namespace Scanner;
+using namespace Scanner::DirectLink;
 using std::chrono::milliseconds;
 
 namespace {

@@ -1,5 +1,5 @@
 // The library's callback: whatever goes wrong in it, nothing is thrown into the library.
-#include "directlink/FrameReceiver.h"
+#include "directlink/Callbacks.h"
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 using namespace Scanner;
+using namespace Scanner::DirectLink;
 
 namespace {
 

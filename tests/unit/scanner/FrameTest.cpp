@@ -1,9 +1,10 @@
-#include "Frame.h"
+#include "directlink/Frame.h"
 
 #include <gtest/gtest.h>
 #include <limits>
 
 using namespace Scanner;
+using namespace Scanner::DirectLink;
 
 namespace {
 

@@ -1,8 +1,8 @@
-#include "directlink/StatusQueue.h"
+#include "directlink/Callbacks.h"
 
 #include <gtest/gtest.h>
 
-using Scanner::StatusQueue;
+using Scanner::DirectLink::StatusQueue;
 
 namespace {
 
