@@ -1,4 +1,4 @@
-// What docs/simulator.md says of the scanner, beside what the simulator has.
+// Compares what docs/simulator.md says of the scanner with the simulator.
 #include "render/Calibration.h"
 #include "render/CaptureSettings.h"
 #include "render/Projector.h"

@@ -14,13 +14,13 @@
 namespace Tessel3SyncSimulator {
 
 /// A copy of the text that lives as long as the process, one for equal texts: hosts keep what the
-/// library hands out. Any thread.
+/// library returns. Any thread.
 char *lastingText(const std::string &text);
 
 /// Writes a text with its terminating zero into a buffer for user information, cut to fit.
 void writeToBuffer(char *buffer, const std::string &text);
 
-// What the types of Tessel3Sync.h do not tell
+// Outputs that the types of Tessel3Sync.h do not describe
 
 /// Where a call writes the images of a snapshot: the caller's vector, over buffers of ours.
 struct ImageOutput

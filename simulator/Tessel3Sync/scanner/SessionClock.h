@@ -41,7 +41,7 @@ protected:
 struct DueFrame
 {
     int number;
-    int reportedNumber;                ///< what the host is told
+    int reportedNumber;                ///< the number that the host gets
     std::shared_ptr<const Shot> shown; ///< when it was due; without the frame's number
     FrameFault fault;
 };

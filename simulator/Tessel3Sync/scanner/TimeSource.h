@@ -14,7 +14,7 @@ using Lock = std::unique_lock<std::mutex>;
 using TimePoint = std::chrono::steady_clock::time_point;
 using Duration = std::chrono::steady_clock::duration;
 
-/// What goes on beside the host's calls, step by step.
+/// What is done concurrently with the host's calls, step by step.
 class Work
 {
 public:

@@ -1,4 +1,4 @@
-// Answers, faults and events that are laid down beforehand: by call of a function, and by frame.
+// Scripted answers, faults and events: by call of a function, and by frame.
 #ifndef TESSEL3SYNCSIMULATOR_SCRIPT_H
 #define TESSEL3SYNCSIMULATOR_SCRIPT_H
 
@@ -73,7 +73,7 @@ public:
     /// An event so long after every connecting.
     void addEvent(int afterMs, const PlannedEvent &event);
 
-    // Null if nothing is laid down for the call, or the frame.
+    // Null if nothing is scripted for the call or the frame.
     const Answer *find(const std::string &function, int call) const;
     const FrameFault *find(int frame) const;
 

@@ -10,8 +10,8 @@ using namespace Tessel3SyncSimulator;
 
 namespace {
 
-/// What one call of the callback handed over.
-struct Handed
+/// The arguments of one call of the scan callback.
+struct RawFrame
 {
     std::vector<bool> images; ///< whether there is a buffer
     int width;
@@ -25,22 +25,22 @@ struct Handed
 class BadDeliveries : public VirtualScanner
 {
 protected:
-    /// What is handed over in so many periods under these faults.
-    const std::vector<Handed> &scan(const std::string &faults, int periods)
+    /// The frames of a scan of some periods under these faults.
+    const std::vector<RawFrame> &scan(const std::string &faults, int periods)
     {
         setFaultPlan("{\"faults\": [" + faults + "]}");
-        handed.clear();
+        received.clear();
         EXPECT_EQ(Ok, SetScanCallBackFunction(device, receive, this));
         switchOn();
         time.pass(10 * periods + 5);
         switchOff();
-        return handed;
+        return received;
     }
 
     Numbers numbersOf(const std::string &faults, int periods)
     {
         Numbers all;
-        for (const Handed &each : scan(faults, periods))
+        for (const RawFrame &each : scan(faults, periods))
             all.push_back(each.numbers.at(0));
         return all;
     }
@@ -49,17 +49,17 @@ private:
     static void receive(const void *const &context, std::vector<unsigned char *> &images,
                         const int &width, const int &height, std::vector<int> &numbers)
     {
-        Handed one{{}, width, height, numbers, 0};
+        RawFrame one{{}, width, height, numbers, 0};
         for (const unsigned char *image : images)
             one.images.push_back(image != nullptr);
         const long long size = static_cast<long long>(width) * height;
         if (!images.empty() && images[0] && size > 0)
             one.sum = std::accumulate(images[0], images[0] + size, 0LL);
         const void *self = context;
-        static_cast<BadDeliveries *>(const_cast<void *>(self))->handed.push_back(one);
+        static_cast<BadDeliveries *>(const_cast<void *>(self))->received.push_back(one);
     }
 
-    std::vector<Handed> handed;
+    std::vector<RawFrame> received;
 };
 
 TEST_F(BadDeliveries, HaveANullPointerForOneBuffer)

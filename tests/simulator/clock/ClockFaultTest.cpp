@@ -12,7 +12,7 @@ TEST_F(PlannedFaults, APlannedLossOfTheConnectionWaitsForItsDelayThoughItsFrameI
 {
     setFaultPlan(R"({"faults": [{"frame": 2, "delayMs": 60, "disconnect": true}]})");
     int lostAt = 0;
-    takeFrames([&](const Taken &) { time.pass(200); });
+    takeFrames([&](const ReceivedFrame &) { time.pass(200); });
     takeEvents([&] { lostAt = time.ms(); });
     switchOn();
     time.pass(400);
@@ -96,7 +96,7 @@ TEST_F(PlannedFaults, LetOtherCallsBeServedWhileOneHangs)
 
 TEST_F(PlannedFaults, AreThoseOfTheMomentAtWhichTheFrameWasDue)
 {
-    takeFrames([&](const Taken &frame) { time.pass(frame.number == 1 ? 30 : 0); });
+    takeFrames([&](const ReceivedFrame &frame) { time.pass(frame.number == 1 ? 30 : 0); });
     switchOn();
     time.at(15, [] { setFaultPlan(R"({"faults": [{"everyFrame": 1, "drop": true}]})"); });
     time.at(35, [] { setFaultPlan("{}"); });

@@ -42,7 +42,7 @@ void VirtualScanner::switchOff()
     ASSERT_EQ(Ok, EnableVideoTrigger(device, CAMERA_TRIGGER_MODE_NO_COLOR, false));
 }
 
-void VirtualScanner::takeFrames(std::function<void(const Taken &)> reaction)
+void VirtualScanner::takeFrames(std::function<void(const ReceivedFrame &)> reaction)
 {
     onFrame = std::move(reaction);
     ASSERT_EQ(Ok, SetScanCallBackFunction(device, &VirtualScanner::frame, this));
@@ -75,7 +75,7 @@ void VirtualScanner::event(const void *const &context, const unsigned char &firs
 Numbers VirtualScanner::numbers() const
 {
     Numbers all;
-    for (const Taken &frame : frames)
+    for (const ReceivedFrame &frame : frames)
         all.push_back(frame.number);
     return all;
 }

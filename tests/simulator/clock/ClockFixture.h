@@ -20,7 +20,7 @@ using Numbers = std::vector<int>;
 using Counted = std::vector<long long>;
 
 /// A frame as a callback got it.
-struct Taken
+struct ReceivedFrame
 {
     int at; ///< milliseconds
     int number;
@@ -40,7 +40,7 @@ protected:
     void switchOff();
 
     /// Has the host take frames or events, each for as long as the reaction takes.
-    void takeFrames(std::function<void(const Taken &)> reaction = {});
+    void takeFrames(std::function<void(const ReceivedFrame &)> reaction = {});
     void takeEvents(std::function<void()> reaction = {});
 
     Numbers numbers() const;
@@ -49,7 +49,7 @@ protected:
     VirtualTime time;
     FakePictures pictures{time};
     void *device = nullptr;
-    std::vector<Taken> frames;
+    std::vector<ReceivedFrame> frames;
     std::vector<std::pair<int, int>> events;
 
 private:
@@ -58,7 +58,7 @@ private:
     static void event(const void *const &context, const unsigned char &first,
                       const unsigned char &second);
 
-    std::function<void(const Taken &)> onFrame;
+    std::function<void(const ReceivedFrame &)> onFrame;
     std::function<void()> onEvent;
 };
 

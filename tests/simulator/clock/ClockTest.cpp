@@ -97,7 +97,7 @@ TEST_F(Clock, MakingASceneReadyIsNoPartOfTheScannersTime)
 
 TEST_F(Clock, FramesThatWaitForASlowHostShowTheLightAndTheAngleOfTheirMoment)
 {
-    takeFrames([&](const Taken &frame) { time.pass(frame.number == 1 ? 45 : 0); });
+    takeFrames([&](const ReceivedFrame &frame) { time.pass(frame.number == 1 ? 45 : 0); });
     switchOn();
     for (int frame = 2; frame <= 5; ++frame) {
         time.at(10 * frame - 5, [this, frame] {
@@ -108,7 +108,7 @@ TEST_F(Clock, FramesThatWaitForASlowHostShowTheLightAndTheAngleOfTheirMoment)
     }
     time.pass(70);
     ASSERT_EQ((Numbers{1, 2, 3, 4, 5, 6, 7}), numbers());
-    for (const Taken &frame : frames) {
+    for (const ReceivedFrame &frame : frames) {
         const int moment = std::min(frame.number, 5);
         EXPECT_EQ(moment == 1 ? 0.0 : moment, frame.shown.tableDegrees) << frame.number;
         EXPECT_EQ(moment == 1 ? 60 : 10 * moment, frame.shown.brightness) << frame.number;
@@ -120,7 +120,7 @@ TEST_F(Clock, FramesThatWaitForASlowHostShowTheLightAndTheAngleOfTheirMoment)
 
 TEST_F(Clock, WhatASlowHostDoesNotTakeInTimeIsLostButForTheLastFour)
 {
-    takeFrames([&](const Taken &frame) { time.pass(frame.number == 1 ? 402 : 0); });
+    takeFrames([&](const ReceivedFrame &frame) { time.pass(frame.number == 1 ? 402 : 0); });
     switchOn();
     time.pass(422);
     EXPECT_EQ((Numbers{1, 38, 39, 40, 41, 42}), numbers());
@@ -150,7 +150,7 @@ TEST_F(Clock, FramesWhosePictureIsNotReadyInTimeAreCounted)
 
 TEST_F(Clock, FramesThatWaitWhenTheTriggerGoesOffAreCounted)
 {
-    takeFrames([&](const Taken &) { time.pass(1000); });
+    takeFrames([&](const ReceivedFrame &) { time.pass(1000); });
     switchOn();
     time.at(55, [this] { switchOff(); });
     time.pass(50);

@@ -83,7 +83,7 @@ TEST_F(PlannedEvents, ComeInTheOrderOfTheirMomentsWhateverTheHostIsDoing)
     setFaultPlan(R"({"events": [{"button": 1, "frame": 3}, {"button": 2, "afterMs": 35},
                                 {"button": 3, "afterMs": 25}, {"button": 4, "frame": 4}]})");
     connect();
-    takeFrames([&](const Taken &frame) { time.pass(frame.number == 1 ? 100 : 0); });
+    takeFrames([&](const ReceivedFrame &frame) { time.pass(frame.number == 1 ? 100 : 0); });
     takeEvents();
     switchOn();
     time.pass(200);

@@ -35,7 +35,7 @@ std::vector<int> ScanModel::tableAngles() const
 }
 
 /// The order of what falls into one millisecond: what is due, the frame thread as long as it is
-/// free, the host, and last the end of what the frame thread was in the midst of. The test that
+/// free, the host, and last the end of what the frame thread was doing. The test that
 /// this is held against has one thread, so a call and the frame thread's doing end late if the
 /// other began within them and takes longer.
 void ScanModel::tick()
@@ -85,7 +85,7 @@ void ScanModel::timeBrings()
 {
     if (backAt && now >= *backAt)
         comeBack();
-    while (scan && !scan->standing && scan->nextDue <= now)
+    while (scan && !scan->paused && scan->nextDue <= now)
         becomeDue();
 }
 
@@ -104,21 +104,21 @@ bool ScanModel::threadWorks()
     }
     if (!scan)
         return false;
-    if (scan->standing) {
+    if (scan->paused) {
         sceneAtWork = table;
         begin(Doing::FirstScene, sequence.prepareMs);
         if (sceneReady == table)
             finish();
         return true;
     }
-    if (!scan->hand && static_cast<int>(scan->waiting.size()) > scan->held) {
-        scan->hand = scan->waiting.front();
+    if (!scan->current && static_cast<int>(scan->waiting.size()) > scan->heldBack) {
+        scan->current = scan->waiting.front();
         scan->waiting.pop_front();
-        scan->handReady = now + scan->hand->fault.delayMs;
+        scan->currentReady = now + scan->current->fault.delayMs;
     }
-    if (!scan->hand || now < scan->handReady)
+    if (!scan->current || now < scan->currentReady)
         return false;
-    workOnHand();
+    workOnCurrent();
     return true;
 }
 
@@ -129,12 +129,12 @@ void ScanModel::begin(Doing what, int forMs)
     scanAtWork = scan ? scan->id : 0;
 }
 
-void ScanModel::workOnHand()
+void ScanModel::workOnCurrent()
 {
-    const Frame frame = *scan->hand;
+    const Frame frame = *scan->current;
     if (frame.fault.drop || frame.fault.disconnect || !scanCallback) {
         drop(frame, &Account::noCallback);
-        scan->hand.reset();
+        scan->current.reset();
         if (frame.fault.disconnect)
             lose(frame.fault.backAfterMs);
         return;
@@ -145,8 +145,8 @@ void ScanModel::workOnHand()
         begin(Doing::Picture, sequence.pictureOf(frame.number));
         return;
     }
-    scan->standing = true;
-    scan->standingSince = now;
+    scan->paused = true;
+    scan->pausedSince = now;
     begin(Doing::FrameScene, sequence.prepareMs);
 }
 
@@ -156,7 +156,7 @@ void ScanModel::finish()
     doing = Doing::Nothing;
     if (done == Doing::FirstScene || done == Doing::FrameScene) {
         sceneReady = sceneAtWork;
-        goOn();
+        resume();
     }
     if (done == Doing::FrameScene) {
         doing = Doing::Picture;
@@ -166,19 +166,19 @@ void ScanModel::finish()
         endPicture();
 }
 
-void ScanModel::goOn()
+void ScanModel::resume()
 {
     if (!scan || scan->id != scanAtWork)
         return;
-    scan->standing = false;
-    scan->nextDue += now - scan->standingSince;
+    scan->paused = false;
+    scan->nextDue += now - scan->pausedSince;
 }
 
 void ScanModel::endPicture()
 {
     if (!scan || scan->id != scanAtWork)
         return; // the frame was counted when its scan ended
-    scan->hand.reset();
+    scan->current.reset();
     if (scanCallback)
         deliver();
     else
@@ -201,12 +201,12 @@ void ScanModel::becomeDue()
     scan->nextDue += scan->periodMs;
     const int number = ++scan->number;
     angles[number] = table;
-    if (scan->burst == 0)
-        scan->burst = burstFrom(number);
-    --scan->burst;
-    ++scan->held;
-    if (scan->burst == 0)
-        scan->held = 0;
+    if (scan->burstRemaining == 0)
+        scan->burstRemaining = burstFrom(number);
+    --scan->burstRemaining;
+    ++scan->heldBack;
+    if (scan->burstRemaining == 0)
+        scan->heldBack = 0;
     scan->waiting.push_back(
         {number, table, brightness, exposureUs, scan->mode == 1 ? 2 : 3, faultOf(number)});
     if (scan->waiting.size() > buffers)
@@ -219,10 +219,10 @@ void ScanModel::makeRoom()
     int lost = 0;
     while (lost < buffers && waiting[static_cast<std::size_t>(lost)].fault.disconnect)
         ++lost;
-    if (lost >= buffers + 1 - scan->held)
-        --scan->held;
+    if (lost >= buffers + 1 - scan->heldBack)
+        --scan->heldBack;
     Cause cause = &Account::simulatorSlow;
-    if (scan->hand && scan->hand->fault.delayMs > 0)
+    if (scan->current && scan->current->fault.delayMs > 0)
         cause = &Account::planned;
     if (doing == Doing::ScanCallback || doing == Doing::StatusCallback)
         cause = &Account::hostSlow;
@@ -242,8 +242,8 @@ void ScanModel::endScan()
 {
     if (!scan)
         return;
-    if (scan->hand)
-        drop(*scan->hand, &Account::stopped);
+    if (scan->current)
+        drop(*scan->current, &Account::stopped);
     for (const Frame &frame : scan->waiting)
         drop(frame, &Account::stopped);
     scan.reset();

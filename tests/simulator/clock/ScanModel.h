@@ -22,7 +22,7 @@ public:
     long long due() const { return framesDue; }
     const Tessel3SyncSimulator::Account &account() const { return counted; }
 
-    /// How the table stood for each frame of the newest scan, and how it stands.
+    /// The angle of the table for each frame of the newest scan, and the present one.
     std::vector<int> tableAngles() const;
 
 private:
@@ -38,25 +38,25 @@ private:
         Tessel3SyncSimulator::FrameFault fault;
     };
 
-    /// One scan. While it stands still, because a scene is made ready, nothing becomes due.
+    /// One scan. While it is paused, because a scene is being prepared, nothing becomes due.
     struct Scan
     {
         int id;
         int mode;
         int periodMs;
         int nextDue;
-        bool standing = true;
-        int standingSince;
+        bool paused = true;
+        int pausedSince;
         bool lingering = false;
         int number = 0;
-        int burst = 0; ///< frames that are still to come before those held back are sent
-        int held = 0;
+        int burstRemaining = 0; ///< frames that are still to come before those held back are sent
+        int heldBack = 0;
         std::deque<Frame> waiting;
-        std::optional<Frame> hand;
-        int handReady = 0;
+        std::optional<Frame> current;
+        int currentReady = 0;
     };
 
-    /// What the frame thread is in the midst of.
+    /// What the frame thread is doing.
     enum class Doing { Nothing, FirstScene, FrameScene, Picture, ScanCallback, StatusCallback };
 
     /// A call that waits for its planned delay; nested if the frame thread waits for it.
@@ -82,8 +82,8 @@ private:
     bool threadWorks();
     void begin(Doing what, int forMs);
     void finish();
-    void workOnHand();
-    void goOn();
+    void workOnCurrent();
+    void resume();
     void endPicture();
     void deliver();
 

@@ -94,7 +94,7 @@ int ScanModel::perform(const TimedStep &step)
         scan->id = ++scans;
         scan->mode = step.value;
         scan->periodMs = periodMs;
-        scan->standingSince = now;
+        scan->pausedSince = now;
         scan->nextDue = now + periodMs;
         break;
     case Step::TriggerOff:
@@ -172,9 +172,9 @@ void ScanModel::setPeriod(int chosen)
     if (!scan || scan->periodMs == chosen)
         return;
     scan->periodMs = chosen;
-    scan->nextDue = (scan->standing ? scan->standingSince : now) + chosen;
-    scan->burst = 0;
-    scan->held = 0;
+    scan->nextDue = (scan->paused ? scan->pausedSince : now) + chosen;
+    scan->burstRemaining = 0;
+    scan->heldBack = 0;
 }
 
 void ScanModel::lose(std::optional<int> backAfterMs)

@@ -74,7 +74,8 @@ struct Sequence
         return scanHoldMs[static_cast<std::size_t>(delivery) % scanHoldMs.size()];
     }
 
-    /// The longest that any call may take: a planned delay and the scanner's longest doing besides.
+    /// The longest that any call may take: a planned delay, and the longest operation of the
+    /// scanner.
     int boundMs() const;
 };
 

@@ -9,7 +9,7 @@
 /// A time that passes only where a test lets it. One thread does everything: whoever lets time pass
 /// (the test, a callback that takes long, a picture that is made, a call with a planned delay) does
 /// what falls into that time: the scanner's work, unless it is what takes so long, and what the
-/// test has laid down for a moment, unless a call is waiting.
+/// test has scheduled, unless a call is waiting.
 class VirtualTime final : public Tessel3SyncSimulator::TimeSource
 {
 public:

@@ -286,7 +286,7 @@ TESSEL3SYNC_API void setHostile(bool hostile);
 
 // What became of its frames
 
-/// Frames since reset(). At every moment produced = delivered + dropped.
+/// Frames since reset(). At any time produced = delivered + dropped.
 struct Account
 {
     long long produced = 0;
@@ -314,10 +314,10 @@ constexpr double amplification(int gain)
     return (1.0 + gain / 16.0) / 2.0;
 }
 
-/// The variance of a pixel's noise, in squared gray levels, where the light raises it so many gray
-/// levels above BlackLevel. It is the sum of the variances of rounding, of the converter, of the
-/// dark sensor, and of the light itself. It holds where neither 0 nor 255 clips the noise, and up
-/// to a standard deviation of 50 gray levels, beyond which noise grows no further.
+/// The variance of a pixel's noise, in squared gray levels, where the light raises it by `signal`
+/// gray levels above BlackLevel. It is the sum of the variances of rounding, of the converter, of
+/// the dark sensor, and of the light itself. It holds where neither 0 nor 255 clips the noise, and
+/// up to a standard deviation of 50 gray levels, beyond which noise grows no further.
 constexpr double noiseVariance(double signal, int gain)
 {
     const double a = amplification(gain);
