@@ -11,10 +11,15 @@ using namespace KvSyncTest;
 class KvsyncFaultPlan : public testing::Test
 {
 protected:
-    /// The arguments of a scan of four frames under a plan of these faults.
+    /// The arguments of a scan of four frames under a plan of these faults. Small images, far
+    /// enough apart, so that frame 2 comes on a busy machine too.
     QStringList scan(const QString &faults, const QStringList &further = {})
     {
-        return scanUnder(QStringLiteral("{\"faults\": [%1]}").arg(faults), further);
+        return scanUnder(
+            QStringLiteral(
+                R"({"scanner": {"width": 128, "height": 96, "triggerPeriodMs": 100}, "faults": [%1]})")
+                .arg(faults),
+            further);
     }
 
     QStringList scanUnder(const QString &content, const QStringList &further = {})
