@@ -17,7 +17,7 @@ namespace {
 using namespace KvSyncTest;
 using KvSyncCore::SyncCore;
 
-const Event event{true, QStringLiteral("Demo"), QStringLiteral("arrived"), {1, "two"}, {1, 2, 3}};
+const Event event{true, "Demo", "arrived", {1, "two"}, {1, 2, 3}};
 
 class Receiver : public QObject
 {

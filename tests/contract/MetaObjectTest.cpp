@@ -100,7 +100,7 @@ public:
     QString translate(const char *context, const char *sourceText, const char *disambiguation,
                       int n) const override
     {
-        return QStringLiteral("%1|%2|%3|%4").arg(context, sourceText, disambiguation).arg(n);
+        return QString("%1|%2|%3|%4").arg(context, sourceText, disambiguation).arg(n);
     }
     bool isEmpty() const override { return false; }
 };
@@ -112,7 +112,7 @@ TEST(Translation, AsksForTheTextInTheClassesContext)
 {
     EchoTranslator translator;
     QCoreApplication::installTranslator(&translator);
-    const QString expected = QStringLiteral("KvSyncCore::SyncCore|hello|greeting|3");
+    const QString expected = "KvSyncCore::SyncCore|hello|greeting|3";
     EXPECT_EQ(SyncCore::tr("hello", "greeting", 3), expected);
     EXPECT_EQ(SyncCore::trUtf8("hello", "greeting", 3), expected);
     QCoreApplication::removeTranslator(&translator);
@@ -120,10 +120,10 @@ TEST(Translation, AsksForTheTextInTheClassesContext)
 
 TEST(Translation, WithoutATranslatorReturnsTheTextWithItsNumber)
 {
-    EXPECT_EQ(SyncCore::tr("%n frames", nullptr, 3), QStringLiteral("3 frames"));
-    EXPECT_EQ(SyncCore::trUtf8("%n frames", nullptr, 3), QStringLiteral("3 frames"));
-    EXPECT_EQ(SyncCore::tr("plain"), QStringLiteral("plain"));
-    EXPECT_EQ(SyncCore::trUtf8("plain"), QStringLiteral("plain"));
+    EXPECT_EQ(SyncCore::tr("%n frames", nullptr, 3), "3 frames");
+    EXPECT_EQ(SyncCore::trUtf8("%n frames", nullptr, 3), "3 frames");
+    EXPECT_EQ(SyncCore::tr("plain"), "plain");
+    EXPECT_EQ(SyncCore::trUtf8("plain"), "plain");
 }
 
 QT_WARNING_POP

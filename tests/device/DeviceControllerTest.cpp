@@ -11,11 +11,11 @@
 #include <set>
 #include <type_traits>
 
+namespace {
+
 using namespace KvSyncTest;
 using KvSyncCore::DeviceController;
 using KvSyncCore::DeviceManager;
-
-namespace {
 
 using CodeAndCount = QPair<ErrorCode, int>;
 using CodeAndHandle = QPair<ErrorCode, qint64>;
@@ -180,8 +180,6 @@ class DeviceControllerOperation : public ::testing::TestWithParam<Operation>
 {
 };
 
-} // namespace
-
 INSTANTIATE_TEST_SUITE_P(All, DeviceControllerOperation, ::testing::ValuesIn(operations), nameOf);
 
 TEST_P(DeviceControllerOperation, ReachesTheManagerWithArgumentsAndResultUnchanged)
@@ -215,6 +213,9 @@ TEST(DeviceControllerBinding, IsOnePointerWithoutVirtualOperations)
 {
     EXPECT_EQ(sizeof(DeviceController), sizeof(void *));
     EXPECT_FALSE(std::is_polymorphic_v<DeviceController>);
+    EXPECT_FALSE((std::is_convertible_v<DeviceManager *, DeviceController>));
+    EXPECT_FALSE(std::is_copy_constructible_v<DeviceManager>);
+    EXPECT_FALSE(std::is_copy_assignable_v<DeviceManager>);
 }
 
 TEST(DeviceControllerBinding, ConstructionDoesNothingEvenWithANullManager)
@@ -233,8 +234,7 @@ TEST(DeviceControllerBinding, ExecuteCommandDropsAnyHandle)
     Values values;
     for (const DeviceHandle handle : {DeviceHandle(0), DeviceHandle(-1), someHandle}) {
         takeManagerCalls();
-        EXPECT_EQ(controller.executeCommand(handle, QStringLiteral("Project"), values),
-                  answer<ErrorCode>());
+        EXPECT_EQ(controller.executeCommand(handle, "Project", values), answer<ErrorCode>());
         const auto calls = takeManagerCalls();
         ASSERT_EQ(calls.size(), 1u);
         EXPECT_EQ(calls.front().second.arguments.size(), 2u);
@@ -268,3 +268,5 @@ TEST(DeviceControllerBinding, ACopyForwardsToTheSameManager)
     ASSERT_EQ(calls.size(), 1u);
     EXPECT_EQ(calls.front().first, &manager);
 }
+
+} // namespace

@@ -5,25 +5,25 @@
 #include <stdexcept>
 #include <utility>
 
-using namespace KvSyncTest;
+namespace {
 
+using namespace KvSyncTest;
 using DeviceFactory = DeviceRegistry;
 
 // Root objects that are no factory
 
 TEST_F(DeviceFactory, AnOlderInterfaceIdentifierLoadsAndCountsAsNotLoaded)
 {
-    loadFixture(QStringLiteral("OlderFactory"));
-    expectNotLoaded(QStringLiteral("OlderFactory"), version);
+    loadFixture("OlderFactory");
+    expectNotLoaded("OlderFactory", version);
 }
 
 TEST_F(DeviceFactory, ACommandPluginLoadsAndCountsAsNotLoaded)
 {
-    folder.copyModule(commandFixture(QStringLiteral("Recorder")),
-                      QStringLiteral("Recorder.1.0.1.dll"));
-    EXPECT_EQ(manager->loadDevicePlugin(QStringLiteral("Recorder"), version), Success);
+    folder.copyModule(commandFixture("Recorder"), "Recorder.1.0.1.dll");
+    EXPECT_EQ(manager->loadDevicePlugin("Recorder", version), Success);
     log.clear();
-    expectNotLoaded(QStringLiteral("Recorder"), version);
+    expectNotLoaded("Recorder", version);
 }
 
 TEST_F(DeviceFactory, IsWhateverTheRootObjectAnswersWith)
@@ -55,9 +55,8 @@ TEST_F(DeviceFactory, IsWhateverTheRootObjectAnswersWith)
 
 TEST_F(DeviceFactory, ANullDeviceIsCreatedSuccessfullyAsHandleZero)
 {
-    loadFixture(QStringLiteral("NullDevice"));
-    EXPECT_EQ(manager->createDevice(QStringLiteral("NullDevice"), version),
-              qMakePair(Success, qint64(0)));
+    loadFixture("NullDevice");
+    EXPECT_EQ(manager->createDevice("NullDevice", version), qMakePair(Success, qint64(0)));
     EXPECT_EQ(log.lines(), nothing);
     // The entry under 0 is harmless: its lookup gives null.
     EXPECT_EQ(manager->name(0).first, HandleInvalid);
@@ -66,8 +65,8 @@ TEST_F(DeviceFactory, ANullDeviceIsCreatedSuccessfullyAsHandleZero)
 
 TEST_F(DeviceFactory, APluginThatClearsThePointerLeavesTheHandleRegistered)
 {
-    loadFixture(QStringLiteral("ClearsPointer"));
-    const DeviceHandle handle = createFixtureDevice(QStringLiteral("ClearsPointer"));
+    loadFixture("ClearsPointer");
+    const DeviceHandle handle = createFixtureDevice("ClearsPointer");
     EXPECT_EQ(manager->deleteDevice(handle), Success);
     EXPECT_EQ(manager->name(handle).first, Success);
     EXPECT_EQ(manager->deleteDevice(handle), Success);
@@ -88,10 +87,7 @@ TEST_F(DeviceFactory, APluginThatExchangesThePointerEndsTheOtherHandle)
 
     BareDevice other([](const Call &) { return Success; });
     ExchangingScript script;
-    DeviceScript::use(&script);
-    loadFixture(scripted);
-    script.next = &device;
-    const DeviceHandle first = createFixtureDevice(scripted);
+    const DeviceHandle first = createBy(script);
     script.next = &other;
     const DeviceHandle second = createFixtureDevice(scripted);
     EXPECT_EQ(manager->deleteDevice(first), Success);
@@ -102,8 +98,8 @@ TEST_F(DeviceFactory, APluginThatExchangesThePointerEndsTheOtherHandle)
 
 TEST_F(DeviceFactory, ARefusalToDestroyIsHandedOutAndKeepsTheHandle)
 {
-    loadFixture(QStringLiteral("RefusesDestroy"));
-    const DeviceHandle handle = createFixtureDevice(QStringLiteral("RefusesDestroy"));
+    loadFixture("RefusesDestroy");
+    const DeviceHandle handle = createFixtureDevice("RefusesDestroy");
     EXPECT_EQ(manager->deleteDevice(handle), static_cast<ErrorCode>(0x01F10001));
     EXPECT_EQ(manager->name(handle).first, Success);
     EXPECT_EQ(log.lines(), nothing);
@@ -111,14 +107,12 @@ TEST_F(DeviceFactory, ARefusalToDestroyIsHandedOutAndKeepsTheHandle)
 
 TEST_F(DeviceFactory, WhatAFactoryThrowsPassesThrough)
 {
-    const QString name = QStringLiteral("FactoryThrows");
+    const QString name = "FactoryThrows";
     loadFixture(name);
     EXPECT_EQ(thrownBy([&] { manager->enumDevice(name, version); }), "cannot count");
     EXPECT_EQ(thrownBy([&] { manager->createDevice(name, version); }), "cannot create");
     EXPECT_EQ(log.lines(), nothing);
 }
-
-namespace {
 
 class ThrowsOnceScript : public LendingScript
 {
@@ -134,22 +128,15 @@ private:
     bool thrown = false;
 };
 
-} // namespace
-
 TEST_F(DeviceFactory, ADestroyThatThrowsPassesThroughAndKeepsTheHandle)
 {
     ThrowsOnceScript script;
-    script.next = &device;
-    DeviceScript::use(&script);
-    loadFixture(scripted);
-    const DeviceHandle handle = createFixtureDevice(scripted);
+    const DeviceHandle handle = createBy(script);
     EXPECT_THROW(manager->deleteDevice(handle), std::runtime_error);
     EXPECT_EQ(manager->name(handle).first, Success);
     EXPECT_EQ(manager->deleteDevice(handle), Success);
     endManager();
 }
-
-namespace {
 
 class FickleScript : public LendingScript
 {
@@ -159,18 +146,15 @@ public:
     bool answers = true;
 };
 
-} // namespace
-
 TEST_F(DeviceFactory, ADeviceWhosePluginIsNoFactoryAnyMoreIsNotDeleted)
 {
     FickleScript script;
-    script.next = &device;
-    DeviceScript::use(&script);
-    loadFixture(scripted);
-    const DeviceHandle handle = createFixtureDevice(scripted);
+    const DeviceHandle handle = createBy(script);
     script.answers = false;
     expectDeleteRefused(handle, "The handle is invalid");
     expectNotLoaded(scripted, version);
     EXPECT_EQ(manager->name(handle).first, Success);
     endManager();
 }
+
+} // namespace

@@ -9,9 +9,9 @@
 
 #include <stdexcept>
 
-using namespace KvSyncTest;
-
 namespace {
+
+using namespace KvSyncTest;
 
 const QString fileName = "Camera.2.1.4.dll";
 
@@ -25,8 +25,6 @@ protected:
 };
 
 using DeviceLoadFailure = DeviceLoading;
-
-} // namespace
 
 INSTANTIATE_TEST_SUITE_P(All, UnloadableDeviceFile, ::testing::ValuesIn(unloadableFiles), rowName);
 
@@ -50,7 +48,7 @@ TEST_P(UnloadableDeviceFile, FailsInTheOtherLogAloneWithCriticalLinesOff)
 
 TEST_P(UnloadableDeviceFile, IsNotTriedAroundByALowerBuild)
 {
-    put(QStringLiteral("Camera.2.1.3.dll"));
+    put("Camera.2.1.3.dll");
     EXPECT_EQ(load(camera, camera217), PluginLoadFailed);
 }
 
@@ -58,14 +56,14 @@ TEST_P(UnloadableDeviceFile, IsTriedAgainAndANewerBuildLoads)
 {
     EXPECT_EQ(load(camera, camera217), PluginLoadFailed);
     EXPECT_EQ(load(camera, camera217), PluginLoadFailed);
-    put(QStringLiteral("Camera.2.1.5.dll"));
-    expectLoads(camera, camera217, QStringLiteral("Camera.2.1.5.dll"));
+    put("Camera.2.1.5.dll");
+    expectLoads(camera, camera217, "Camera.2.1.5.dll");
 }
 
 TEST_F(DeviceLoadFailure, LeavesAModuleWithoutRootObjectInTheProcess)
 {
     // The loader is deleted and not told to unload: the module's code may still be in use.
-    folder.copyModule(commandFixture(QStringLiteral("NullRoot")), fileName);
+    folder.copyModule(commandFixture("NullRoot"), fileName);
     EXPECT_FALSE(QPluginLoader(folder.filePath(fileName)).isLoaded());
     EXPECT_EQ(load(camera, camera217), PluginLoadFailed);
     EXPECT_TRUE(QPluginLoader(folder.filePath(fileName)).isLoaded());
@@ -73,8 +71,8 @@ TEST_F(DeviceLoadFailure, LeavesAModuleWithoutRootObjectInTheProcess)
 
 TEST_F(DeviceLoadFailure, AConstructorThatThrowsPassesThroughAndStoresNothing)
 {
-    const QString name = QStringLiteral("FactoryThrowsWhenLoaded");
-    copyFixture(name, name + QStringLiteral(".1.0.1.dll"));
+    const QString name = "FactoryThrowsWhenLoaded";
+    copyFixture(name, name + ".1.0.1.dll");
     for (int attempt = 0; attempt < 2; ++attempt) {
         try {
             load(name, version);
@@ -85,3 +83,5 @@ TEST_F(DeviceLoadFailure, AConstructorThatThrowsPassesThroughAndStoresNothing)
         EXPECT_EQ(manager->enumDevice(name, version).first, PluginNotLoaded);
     }
 }
+
+} // namespace

@@ -31,17 +31,16 @@ using DeviceLoader = DeviceTest;
 
 TEST_F(DeviceLoader, ThatCannotBeMadeIsADeviceFailureAndOnlyAnInfoInTheOtherLog)
 {
-    copyFixture(QStringLiteral("Scripted"), QStringLiteral("Scripted.1.0.1.dll"));
+    copyFixture("Scripted", "Scripted.1.0.1.dll");
     failForLoaders = true;
-    const ErrorCode code = manager->loadDevicePlugin(QStringLiteral("Scripted"), version);
+    const ErrorCode code = manager->loadDevicePlugin("Scripted", version);
     failForLoaders = false;
 
     EXPECT_EQ(code, DeviceOperationFailed);
-    const QString path = QStringLiteral("load device plugin ") +
-                         folder.filePath(QStringLiteral("Scripted.1.0.1.dll"));
-    const QString text = QStringLiteral("new QPluginLoader object failed");
+    const QString path = "load device plugin " + folder.filePath("Scripted.1.0.1.dll");
+    const QString text = "new QPluginLoader object failed";
     EXPECT_EQ(log.lines(), (std::vector{glogInfoLine(path), debugLine(path), criticalLine(text),
                                         glogInfoLine(text)}));
-    EXPECT_EQ(manager->enumDevice(QStringLiteral("Scripted"), version).first, PluginNotLoaded);
-    EXPECT_EQ(manager->loadDevicePlugin(QStringLiteral("Scripted"), version), Success);
+    EXPECT_EQ(manager->enumDevice("Scripted", version).first, PluginNotLoaded);
+    EXPECT_EQ(manager->loadDevicePlugin("Scripted", version), Success);
 }

@@ -5,20 +5,22 @@
 
 #include <QtCore/QCoreApplication>
 
+namespace {
+
 using namespace KvSyncTest;
 
 // Arguments
 
 TEST_F(DeviceLoading, AnEmptyNameIsAnInvalidParameter)
 {
-    const QString text = QStringLiteral("plugin name or version is null");
+    const QString text = "plugin name or version is null";
     expectFailure(QString(), camera217, InvalidParameter,
                   {criticalLine(text), glogErrorLine(text)});
 }
 
 TEST_F(DeviceLoading, AVersionWithoutSegmentsIsAnInvalidParameter)
 {
-    const QString text = QStringLiteral("plugin name or version is null");
+    const QString text = "plugin name or version is null";
     expectFailure(camera, QVersionNumber(), InvalidParameter,
                   {criticalLine(text), glogErrorLine(text)});
 }
@@ -27,34 +29,45 @@ TEST_F(DeviceLoading, AVersionWithoutSegmentsIsAnInvalidParameter)
 
 TEST_F(DeviceLoading, AMissingDirectoryIsNamed)
 {
-    manager->setPluginDirPath(QStringLiteral("nowhere/at all"));
+    manager->setPluginDirPath("nowhere/at all");
     expectMissingDirectory(camera, camera217,
-                           QCoreApplication::applicationDirPath() +
-                               QStringLiteral("/nowhere/at all"));
+                           QCoreApplication::applicationDirPath() + "/nowhere/at all");
 }
 
 TEST_F(DeviceLoading, TheDirectoryOfANewManagerIsCalledDevice)
 {
     manager = std::make_unique<KvSyncCore::DeviceManager>();
-    expectMissingDirectory(camera, camera217,
-                           QCoreApplication::applicationDirPath() + QStringLiteral("/Device"));
+    expectMissingDirectory(camera, camera217, QCoreApplication::applicationDirPath() + "/Device");
 }
 
 TEST_F(DeviceLoading, AnEmptyDirectoryNameIsRefusedAndTheOldOneKept)
 {
-    put(QStringLiteral("Camera.2.1.3.dll"));
+    put("Camera.2.1.3.dll");
     log.clear();
     EXPECT_EQ(manager->setPluginDirPath(QString()), InvalidParameter);
     const std::vector<LogLine> lines = log.lines();
-    ASSERT_EQ(lines, std::vector{criticalLine(QStringLiteral("plugin path is null"))});
+    ASSERT_EQ(lines, std::vector{criticalLine("plugin path is null")});
     expectWrittenBy(lines.front(), "KvSyncCore::DeviceManager::setPluginDirPath(",
                     "DeviceManager.cpp");
-    expectLoads(camera, camera217, QStringLiteral("Camera.2.1.3.dll"));
+    expectLoads(camera, camera217, "Camera.2.1.3.dll");
+}
+
+TEST_F(DeviceLoading, AnEmptyDirectoryNameIsRefusedInSilenceWithCriticalLinesOff)
+{
+    const CriticalLinesOff off;
+    EXPECT_EQ(manager->setPluginDirPath(""), InvalidParameter);
+    EXPECT_EQ(log.lines(), std::vector<LogLine>());
+}
+
+TEST_F(DeviceLoading, ADirectoryIsTakenInSilence)
+{
+    EXPECT_EQ(manager->setPluginDirPath("nowhere"), Success);
+    EXPECT_EQ(log.lines(), std::vector<LogLine>());
 }
 
 TEST_F(DeviceLoading, AnAbsoluteDirectoryIsStillAppendedToTheApplicationDirectory)
 {
-    put(QStringLiteral("Camera.2.1.3.dll"));
+    put("Camera.2.1.3.dll");
     EXPECT_EQ(manager->setPluginDirPath(folder.path()), Success);
     expectMissingDirectory(camera, camera217,
                            QCoreApplication::applicationDirPath() + QLatin1Char('/') +
@@ -63,8 +76,8 @@ TEST_F(DeviceLoading, AnAbsoluteDirectoryIsStillAppendedToTheApplicationDirector
 
 TEST_F(DeviceLoading, TheDirectoryIsNamedAsItWasGivenNeverCleaned)
 {
-    manager->setPluginDirPath(folder.name() + QStringLiteral("/./"));
-    const QString text = folder.path() + QStringLiteral("/./ is no exist dll");
+    manager->setPluginDirPath(folder.name() + "/./");
+    const QString text = folder.path() + "/./ is no exist dll";
     expectFailure(camera, camera217, PluginFileNotExist, {criticalLine(text)});
 }
 
@@ -78,9 +91,9 @@ TEST_F(DeviceLoading, ADirectoryOutsideLatin1IsNamedWithoutItsForeignLetters)
 
 TEST_F(DeviceLoading, AFileOfTheDirectorysNameIsAMissingDirectory)
 {
-    folder.writeText(QStringLiteral("plugins"));
-    manager->setPluginDirPath(folder.name() + QStringLiteral("/plugins"));
-    expectMissingDirectory(camera, camera217, folder.filePath(QStringLiteral("plugins")));
+    folder.writeText("plugins");
+    manager->setPluginDirPath(folder.name() + "/plugins");
+    expectMissingDirectory(camera, camera217, folder.filePath("plugins"));
 }
 
 // Lines that the host has switched off
@@ -88,22 +101,21 @@ TEST_F(DeviceLoading, AFileOfTheDirectorysNameIsAMissingDirectory)
 TEST_F(DeviceLoading, WithCriticalLinesOffFailuresStandInTheOtherLogAlone)
 {
     const CriticalLinesOff off;
-    const QString nothingGiven = QStringLiteral("plugin name or version is null");
+    const QString nothingGiven = "plugin name or version is null";
     expectFailure(QString(), camera217, InvalidParameter, {glogErrorLine(nothingGiven)});
     expectFailure(camera, camera217, PluginFileNotExist, {});
-    manager->setPluginDirPath(folder.name() + QStringLiteral("/none"));
+    manager->setPluginDirPath(folder.name() + "/none");
     expectFailure(camera, camera217, PathNotExist,
-                  {glogErrorLine(folder.filePath(QStringLiteral("none")) +
-                                 QStringLiteral(" is no exist path"))});
+                  {glogErrorLine(folder.filePath("none") + " is no exist path")});
 }
 
 // Repetition
 
 TEST_F(DeviceLoading, ALoadedVersionLineIsNotLoadedAgain)
 {
-    put(QStringLiteral("Camera.2.1.3.dll"));
-    expectLoads(camera, camera217, QStringLiteral("Camera.2.1.3.dll"));
-    put(QStringLiteral("Camera.2.1.10.dll"));
+    put("Camera.2.1.3.dll");
+    expectLoads(camera, camera217, "Camera.2.1.3.dll");
+    put("Camera.2.1.10.dll");
     log.clear();
     EXPECT_EQ(load(camera, QVersionNumber(2, 1, 0)), Success);
     EXPECT_EQ(log.lines(), std::vector<LogLine>());
@@ -111,35 +123,37 @@ TEST_F(DeviceLoading, ALoadedVersionLineIsNotLoadedAgain)
 
 TEST_F(DeviceLoading, ALoadedVersionLineNeedsNoDirectoryAnyMore)
 {
-    put(QStringLiteral("Camera.2.1.3.dll"));
-    expectLoads(camera, camera217, QStringLiteral("Camera.2.1.3.dll"));
-    manager->setPluginDirPath(QStringLiteral("nowhere"));
+    put("Camera.2.1.3.dll");
+    expectLoads(camera, camera217, "Camera.2.1.3.dll");
+    manager->setPluginDirPath("nowhere");
     EXPECT_EQ(load(camera, camera217), Success);
 }
 
 TEST_F(DeviceLoading, TwoVersionLinesOfOneNameStandSideBySide)
 {
-    put(QStringLiteral("Camera.2.1.3.dll"));
-    put(QStringLiteral("Camera.2.2.1.dll"));
-    expectLoads(camera, QVersionNumber(2, 1), QStringLiteral("Camera.2.1.3.dll"));
-    expectLoads(camera, QVersionNumber(2, 2), QStringLiteral("Camera.2.2.1.dll"));
+    put("Camera.2.1.3.dll");
+    put("Camera.2.2.1.dll");
+    expectLoads(camera, QVersionNumber(2, 1), "Camera.2.1.3.dll");
+    expectLoads(camera, QVersionNumber(2, 2), "Camera.2.2.1.dll");
 }
 
 TEST_F(DeviceLoading, ANameInAnotherCaseIsAPluginOfItsOwnFromTheSameFile)
 {
-    const QString other = QStringLiteral("CAMERA");
-    put(QStringLiteral("Camera.2.1.3.dll"));
-    expectLoads(camera, camera217, QStringLiteral("Camera.2.1.3.dll"));
+    const QString other = "CAMERA";
+    put("Camera.2.1.3.dll");
+    expectLoads(camera, camera217, "Camera.2.1.3.dll");
     EXPECT_EQ(manager->enumDevice(other, camera217).first, PluginNotLoaded);
-    expectLoads(other, camera217, QStringLiteral("Camera.2.1.3.dll"));
+    expectLoads(other, camera217, "Camera.2.1.3.dll");
     EXPECT_EQ(manager->enumDevice(other, camera217), qMakePair(Success, 5));
 }
 
 TEST_F(DeviceLoading, NamesThatDifferOnlyBeyondLatin1AreOnePlugin)
 {
-    put(QStringLiteral("AB.2.1.3.dll"));
-    expectLoads(QStringLiteral("\u626b\u63cf"), camera217, QStringLiteral("AB.2.1.3.dll"));
+    put("AB.2.1.3.dll");
+    expectLoads(QStringLiteral("\u626b\u63cf"), camera217, "AB.2.1.3.dll");
     log.clear();
     EXPECT_EQ(load(QStringLiteral("\u6f22\u5b57"), camera217), Success);
     EXPECT_EQ(log.lines(), std::vector<LogLine>());
 }
+
+} // namespace

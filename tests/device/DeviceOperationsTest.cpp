@@ -1,94 +1,32 @@
 // The thirty-three handle-checked operations, each against every condition.
 
 #include "device/support/DeviceTest.h"
+#include "device/support/HandleCheckedOperations.h"
 #include "support/CriticalLinesOff.h"
+#include "support/RowName.h"
 
 #include <set>
 #include <stdexcept>
 
-using namespace KvSyncTest;
-using KvSyncCore::DeviceManager;
-
 namespace {
 
-enum class Reached { Device, Camera, Controller, Motor, Projector };
-
-struct Operation
-{
-    const char *name;
-    Reached reached;
-    std::function<Outcome<ErrorCode>(DeviceManager &, DeviceHandle, Sample)> invoke;
-};
-
-void PrintTo(const Operation &operation, std::ostream *stream)
-{
-    *stream << operation.name;
-}
-
-template <auto member>
-Operation operationOf(const char *name, Reached reached)
-{
-    return {name, reached, [name](DeviceManager &manager, DeviceHandle handle, Sample sample) {
-                return invoke(manager, name, member, handle, sample);
-            }};
-}
-
-#define OPERATION(reached, name) operationOf<&DeviceManager::name>(#name, Reached::reached)
-
-const std::vector<Operation> operations = {
-    OPERATION(Device, connectDeviceByIndex),
-    OPERATION(Device, getProperty),
-    OPERATION(Device, setProperty),
-    OPERATION(Camera, getExposureTimeRange),
-    OPERATION(Camera, getGainRange),
-    OPERATION(Camera, getMaxImageSize),
-    OPERATION(Camera, setInterestSize),
-    OPERATION(Camera, getInterestSize),
-    OPERATION(Camera, setAOIOffset),
-    OPERATION(Camera, getAOIOffset),
-    OPERATION(Camera, getPixelFormat),
-    OPERATION(Camera, setTriggerMode),
-    OPERATION(Camera, getTriggerMode),
-    OPERATION(Camera, discardFrames),
-    OPERATION(Camera, startStream),
-    OPERATION(Camera, stopStream),
-    OPERATION(Controller, updateFireware),
-    OPERATION(Controller, sendCommand),
-    OPERATION(Controller, readCommand),
-    OPERATION(Controller, lockCommandChannel),
-    OPERATION(Controller, unlockCommandChannel),
-    OPERATION(Motor, rotate),
-    OPERATION(Motor, waitMotorStop),
-    OPERATION(Motor, resetMotor),
-    OPERATION(Motor, stopMotor),
-    OPERATION(Projector, projectorPWM),
-    OPERATION(Projector, currentProjectorPWM),
-    OPERATION(Projector, projectorLEDSwitch),
-    OPERATION(Projector, currentProjectorLEDSwitch),
-    OPERATION(Projector, setProjectorLuminance),
-    OPERATION(Projector, getProjectorLuminance),
-    OPERATION(Projector, scan),
-    OPERATION(Projector, writePatternToFlash),
-};
+using namespace KvSyncTest;
+using KvSyncCore::DeviceManager;
+using Operation = HandleCheckedOperation;
 
 std::vector<Operation> capabilityOperations()
 {
     std::vector<Operation> chosen;
-    for (const Operation &operation : operations) {
+    for (const Operation &operation : handleCheckedOperations()) {
         if (operation.reached != Reached::Device)
             chosen.push_back(operation);
     }
     return chosen;
 }
 
-std::string nameOf(const ::testing::TestParamInfo<Operation> &info)
-{
-    return info.param.name;
-}
-
 constexpr ErrorCode ownCode = static_cast<ErrorCode>(0x5A5A0042);
 
-class HandleCheckedOperation : public DeviceTest, public ::testing::WithParamInterface<Operation>
+class EachOperation : public DeviceTest, public ::testing::WithParamInterface<Operation>
 {
 protected:
     Outcome<ErrorCode> callOn(DeviceHandle handle, Sample sample = Sample::Plain)
@@ -124,7 +62,7 @@ protected:
     std::vector<Call> calls;
 };
 
-class CapabilityOperation : public HandleCheckedOperation
+class CapabilityOperation : public EachOperation
 {
 };
 
@@ -153,21 +91,20 @@ std::unique_ptr<BaseDeviceSpace::DeviceInterface> deviceLacking(Reached capabili
     return nullptr;
 }
 
-} // namespace
-
 TEST(HandleCheckedOperations, AreThirtyThree)
 {
     std::set<std::string> names;
-    for (const Operation &operation : operations)
+    for (const Operation &operation : handleCheckedOperations())
         names.insert(operation.name);
     EXPECT_EQ(names.size(), 33u);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, HandleCheckedOperation, ::testing::ValuesIn(operations), nameOf);
-INSTANTIATE_TEST_SUITE_P(All, CapabilityOperation, ::testing::ValuesIn(capabilityOperations()),
-                         nameOf);
+INSTANTIATE_TEST_SUITE_P(HandleChecked, EachOperation,
+                         ::testing::ValuesIn(handleCheckedOperations()), rowName);
+INSTANTIATE_TEST_SUITE_P(HandleChecked, CapabilityOperation,
+                         ::testing::ValuesIn(capabilityOperations()), rowName);
 
-TEST_P(HandleCheckedOperation, PassesEveryArgumentUnchangedAndLogsNothing)
+TEST_P(EachOperation, PassesEveryArgumentUnchangedAndLogsNothing)
 {
     CompleteDevice device(answering(Success));
     const DeviceHandle handle = lend(device);
@@ -178,14 +115,14 @@ TEST_P(HandleCheckedOperation, PassesEveryArgumentUnchangedAndLogsNothing)
     EXPECT_EQ(log.lines(), std::vector<LogLine>());
 }
 
-TEST_P(HandleCheckedOperation, PassesTheExtremesOfEveryArgument)
+TEST_P(EachOperation, PassesTheExtremesOfEveryArgument)
 {
     CompleteDevice device(answering(Success));
     const Outcome<ErrorCode> outcome = callOn(lend(device), Sample::Extreme);
     EXPECT_EQ(calls, std::vector{withoutHandle(outcome.call)});
 }
 
-TEST_P(HandleCheckedOperation, HandsOutThePluginsOwnCode)
+TEST_P(EachOperation, HandsOutThePluginsOwnCode)
 {
     CompleteDevice device(answering(ownCode));
     const DeviceHandle handle = lend(device);
@@ -193,14 +130,14 @@ TEST_P(HandleCheckedOperation, HandsOutThePluginsOwnCode)
     EXPECT_EQ(log.lines(), std::vector<LogLine>());
 }
 
-TEST_P(HandleCheckedOperation, RefusesAnUnknownHandle)
+TEST_P(EachOperation, RefusesAnUnknownHandle)
 {
     CompleteDevice device(answering(Success));
     const DeviceHandle handle = lend(device);
     expectRefusal(handle + 1);
 }
 
-TEST_P(HandleCheckedOperation, RefusesAHandleWhoseDeviceIsDeleted)
+TEST_P(EachOperation, RefusesAHandleWhoseDeviceIsDeleted)
 {
     CompleteDevice device(answering(Success));
     const DeviceHandle handle = lend(device);
@@ -208,24 +145,24 @@ TEST_P(HandleCheckedOperation, RefusesAHandleWhoseDeviceIsDeleted)
     expectRefusal(handle);
 }
 
-TEST_P(HandleCheckedOperation, RefusesHandleZero)
+TEST_P(EachOperation, RefusesHandleZero)
 {
     expectRefusal(0);
 }
 
-TEST_P(HandleCheckedOperation, RefusesHandleMinusOne)
+TEST_P(EachOperation, RefusesHandleMinusOne)
 {
     expectRefusal(-1);
 }
 
-TEST_P(HandleCheckedOperation, RefusesHandleZeroEvenWhenAFactoryGaveNull)
+TEST_P(EachOperation, RefusesHandleZeroEvenWhenAFactoryGaveNull)
 {
-    loadFixture(QStringLiteral("NullDevice"));
-    ASSERT_EQ(createFixtureDevice(QStringLiteral("NullDevice")), 0);
+    loadFixture("NullDevice");
+    ASSERT_EQ(createFixtureDevice("NullDevice"), 0);
     expectRefusal(0);
 }
 
-TEST_P(HandleCheckedOperation, RefusesAHandleOfAnotherManager)
+TEST_P(EachOperation, RefusesAHandleOfAnotherManager)
 {
     CompleteDevice device(answering(Success));
     const DeviceHandle handle = lend(device);
@@ -236,14 +173,14 @@ TEST_P(HandleCheckedOperation, RefusesAHandleOfAnotherManager)
     EXPECT_EQ(log.lines().size(), 1u);
 }
 
-TEST_P(HandleCheckedOperation, RefusesInSilenceWithCriticalLinesOff)
+TEST_P(EachOperation, RefusesInSilenceWithCriticalLinesOff)
 {
     const CriticalLinesOff off;
     EXPECT_EQ(callOn(1).result, HandleInvalid);
     EXPECT_EQ(log.lines(), std::vector<LogLine>());
 }
 
-TEST_P(HandleCheckedOperation, LetsAnExceptionOfThePluginPass)
+TEST_P(EachOperation, LetsAnExceptionOfThePluginPass)
 {
     CompleteDevice device([](const Call &) -> ErrorCode { throw std::out_of_range("lens cap"); });
     const DeviceHandle handle = lend(device);
@@ -278,10 +215,12 @@ TEST_F(BaseOperation, WorksOnADeviceWithNoCapability)
     BareDevice device([](const Call &) { return ownCode; });
     const DeviceHandle handle = lend(device);
     QMap<QString, QVariant> values;
-    EXPECT_EQ(manager->name(handle), qMakePair(Success, QStringLiteral("fake")));
+    EXPECT_EQ(manager->name(handle), qMakePair(Success, QString("fake")));
     EXPECT_EQ(manager->types(handle).first, Success);
     EXPECT_EQ(manager->connectDeviceByIndex(handle, 0), ownCode);
-    EXPECT_EQ(manager->getProperty(handle, QStringLiteral("any"), values), ownCode);
-    EXPECT_EQ(manager->setProperty(handle, QStringLiteral("any"), values), ownCode);
+    EXPECT_EQ(manager->getProperty(handle, "any", values), ownCode);
+    EXPECT_EQ(manager->setProperty(handle, "any", values), ownCode);
     EXPECT_EQ(log.lines(), std::vector<LogLine>());
 }
+
+} // namespace

@@ -2,17 +2,18 @@
 // from each of its operations, from another thread and with the write lock needed, is not blocked.
 
 #include "device/support/DeviceTest.h"
+#include "device/support/HandleCheckedOperations.h"
 
 #include <future>
+
+namespace {
 
 using namespace KvSyncTest;
 using KvSyncCore::DeviceManager;
 
-namespace {
-
 // In the order in which they are unloaded: the helper serves until the subject is gone.
-const QString subjectName = QStringLiteral("Alpha");
-const QString helperName = QStringLiteral("Beta");
+const QString subjectName = "Alpha";
+const QString helperName = "Beta";
 
 /// Uses the manager from another thread, in a way that reads and writes both tables.
 class Visitor
@@ -101,8 +102,8 @@ class DeviceReentry : public DeviceTest
 protected:
     DeviceReentry()
     {
-        copyFixture(QStringLiteral("Scripted"), helperName + QStringLiteral(".1.0.1.dll"));
-        copyFixture(QStringLiteral("Scripted"), subjectName + QStringLiteral(".1.0.1.dll"));
+        copyFixture("Scripted", helperName + ".1.0.1.dll");
+        copyFixture("Scripted", subjectName + ".1.0.1.dll");
         lending.next = &helperDevice;
         EXPECT_EQ(manager->loadDevicePlugin(helperName, version), Success);
         DeviceScript::use(&script);
@@ -130,8 +131,6 @@ protected:
 };
 
 using Places = std::vector<std::string>;
-
-} // namespace
 
 TEST_F(DeviceReentry, IsPossibleInTheConstructorOfTheRootObject)
 {
@@ -198,48 +197,15 @@ TEST_F(DeviceReentry, IsPossibleWhileTheManagerEnds)
 TEST_F(DeviceReentry, IsPossibleInEveryOperationOfADevice)
 {
     const DeviceHandle handle = loadAndCreate();
-    Places expected;
-    const auto call = [&](const char *name, auto operation) {
-        invoke(*manager, name, operation, handle);
-        expected.emplace_back(name);
-    };
-#define CALL(name) call(#name, &DeviceManager::name)
-    CALL(name);
-    CALL(types);
-    CALL(connectDeviceByIndex);
-    CALL(getProperty);
-    CALL(setProperty);
-    CALL(getExposureTimeRange);
-    CALL(getGainRange);
-    CALL(getMaxImageSize);
-    CALL(setInterestSize);
-    CALL(getInterestSize);
-    CALL(setAOIOffset);
-    CALL(getAOIOffset);
-    CALL(getPixelFormat);
-    CALL(setTriggerMode);
-    CALL(getTriggerMode);
-    CALL(discardFrames);
-    CALL(startStream);
-    CALL(stopStream);
-    CALL(updateFireware);
-    CALL(sendCommand);
-    CALL(readCommand);
-    CALL(lockCommandChannel);
-    CALL(unlockCommandChannel);
-    CALL(rotate);
-    CALL(waitMotorStop);
-    CALL(resetMotor);
-    CALL(stopMotor);
-    CALL(projectorPWM);
-    CALL(currentProjectorPWM);
-    CALL(projectorLEDSwitch);
-    CALL(currentProjectorLEDSwitch);
-    CALL(setProjectorLuminance);
-    CALL(getProjectorLuminance);
-    CALL(scan);
-    CALL(writePatternToFlash);
-#undef CALL
+    manager->name(handle);
+    manager->types(handle);
+    Places expected{"name", "types"};
+    for (const HandleCheckedOperation &operation : handleCheckedOperations()) {
+        operation.invoke(*manager, handle, Sample::Plain);
+        expected.emplace_back(operation.name);
+    }
     EXPECT_EQ(visitor.places, expected);
     EXPECT_EQ(visitor.places.size(), 35u);
 }
+
+} // namespace

@@ -9,6 +9,8 @@
 #include <stdexcept>
 #include <utility>
 
+namespace {
+
 using namespace KvSyncTest;
 using KvSyncCore::DeviceController;
 using KvSyncCore::DeviceManager;
@@ -45,7 +47,7 @@ TEST_F(DeviceRegistry, AHandleIsTheDevicesAddress)
 
 TEST_F(DeviceRegistry, AnEmptyNameHasACodeOfItsOwnHere)
 {
-    const QString text = QStringLiteral("plugin name or version is null");
+    const QString text = "plugin name or version is null";
     const std::vector<LogLine> lines = {criticalLine(text), glogErrorLine(text)};
     EXPECT_EQ(manager->enumDevice(QString(), version), qMakePair(PluginNameOrVersionNull, 0));
     expectLines(lines, "enumDevice");
@@ -57,7 +59,7 @@ TEST_F(DeviceRegistry, AnEmptyNameHasACodeOfItsOwnHere)
 TEST_F(DeviceRegistry, ANullVersionHasACodeOfItsOwnHere)
 {
     loadFixture(scripted);
-    const QString text = QStringLiteral("plugin name or version is null");
+    const QString text = "plugin name or version is null";
     const std::vector<LogLine> lines = {criticalLine(text), glogErrorLine(text)};
     EXPECT_EQ(manager->enumDevice(scripted, QVersionNumber()),
               qMakePair(PluginNameOrVersionNull, 0));
@@ -69,13 +71,13 @@ TEST_F(DeviceRegistry, ANullVersionHasACodeOfItsOwnHere)
 
 TEST_F(DeviceRegistry, CountingDoesNotLoadThePlugin)
 {
-    copyFixture(scripted, QStringLiteral("Scripted.1.0.1.dll"));
+    copyFixture(scripted, "Scripted.1.0.1.dll");
     expectNotLoaded(scripted, version);
 }
 
 TEST_F(DeviceRegistry, NameAndVersionStandTogetherInTheTextWithEverySegment)
 {
-    expectNotLoaded(QStringLiteral("Camera"), QVersionNumber({2, 1, 7, 0, 3}));
+    expectNotLoaded("Camera", QVersionNumber({2, 1, 7, 0, 3}));
     expectNotLoaded(QStringLiteral("扫描"), QVersionNumber(2));
 }
 
@@ -97,7 +99,7 @@ TEST_F(DeviceRegistry, TheMicroSegmentDoesNotMatter)
 TEST_F(DeviceRegistry, NameAndKindsAreThePluginsAndSilent)
 {
     const DeviceHandle handle = lend(device);
-    EXPECT_EQ(manager->name(handle), qMakePair(Success, QStringLiteral("fake")));
+    EXPECT_EQ(manager->name(handle), qMakePair(Success, QString("fake")));
     const auto types = manager->types(handle);
     EXPECT_EQ(types.first, Success);
     EXPECT_EQ(types.second, BaseDeviceSpace::CameraDevice | BaseDeviceSpace::ControllerDevice);
@@ -107,7 +109,7 @@ TEST_F(DeviceRegistry, NameAndKindsAreThePluginsAndSilent)
 TEST_F(DeviceRegistry, NameAndKindsOfUnknownHandlesAreEmpty)
 {
     const DeviceHandle known = lend(device);
-    const std::vector<LogLine> lines = {criticalLine(QStringLiteral("The handle is invalid"))};
+    const std::vector<LogLine> lines = {criticalLine("The handle is invalid")};
     for (const DeviceHandle handle : {DeviceHandle(0), DeviceHandle(-1), known + 1}) {
         log.clear();
         EXPECT_EQ(manager->name(handle), qMakePair(HandleInvalid, QString()));
@@ -176,7 +178,7 @@ TEST_F(DeviceRegistry, AHandleOfAnotherManagerIsNotDeleted)
 TEST_F(DeviceRegistry, TheEndOfOneManagerLeavesThePluginOfAnother)
 {
     // The first to load the file is the first to go.
-    copyFixture(scripted, QStringLiteral("Scripted.1.0.1.dll"));
+    copyFixture(scripted, "Scripted.1.0.1.dll");
     auto other = std::make_unique<DeviceManager>();
     other->setPluginDirPath(folder.name());
     EXPECT_EQ(other->loadDevicePlugin(scripted, version), Success);
@@ -193,8 +195,6 @@ TEST_F(DeviceRegistry, AnAddressThatIsUsedAgainIsAHandleAgain)
     EXPECT_EQ(manager->name(first).first, Success);
 }
 
-namespace {
-
 /// Makes a new device at the address that it was just given back.
 class ReusingScript : public LendingScript
 {
@@ -202,8 +202,7 @@ public:
     ErrorCode destroyDevice(BaseDeviceSpace::DeviceInterface *&device) override
     {
         if (manager)
-            std::exchange(manager, nullptr)
-                ->createDevice(QStringLiteral("Scripted"), QVersionNumber(1, 0));
+            std::exchange(manager, nullptr)->createDevice("Scripted", QVersionNumber(1, 0));
         if (exchanged)
             device = exchanged;
         return Success;
@@ -213,16 +212,11 @@ public:
     BaseDeviceSpace::DeviceInterface *exchanged = nullptr;
 };
 
-} // namespace
-
 // As when another thread is given a device between the end of one and the end of its handle.
 TEST_F(DeviceRegistry, ADeviceAtAnAddressThatIsJustGivenBackKeepsItsHandle)
 {
     ReusingScript script;
-    script.next = &device;
-    DeviceScript::use(&script);
-    loadFixture(scripted);
-    const DeviceHandle handle = createFixtureDevice(scripted);
+    const DeviceHandle handle = createBy(script);
     script.manager = manager.get();
     EXPECT_EQ(manager->deleteDevice(handle), Success);
     EXPECT_EQ(manager->name(handle).first, Success);
@@ -249,8 +243,6 @@ TEST_F(DeviceRegistry, AnExchangedPointerEndsTheOtherHandleEvenThen)
     endManager();
 }
 
-namespace {
-
 /// While a device is being ended, somebody else ends it first and is given a new one at its
 /// address.
 class OvertakingScript : public LendingScript
@@ -260,7 +252,7 @@ public:
     {
         if (DeviceManager *const other = std::exchange(manager, nullptr)) {
             EXPECT_EQ(other->deleteDevice(handle), Success);
-            EXPECT_EQ(other->createDevice(QStringLiteral("Scripted"), QVersionNumber(1, 0)),
+            EXPECT_EQ(other->createDevice("Scripted", QVersionNumber(1, 0)),
                       qMakePair(Success, handle));
         }
         return root;
@@ -270,15 +262,10 @@ public:
     qint64 handle = 0;
 };
 
-} // namespace
-
 TEST_F(DeviceRegistry, ADeviceThatReplacesTheOneBeingEndedKeepsItsHandle)
 {
     OvertakingScript script;
-    script.next = &device;
-    DeviceScript::use(&script);
-    loadFixture(scripted);
-    const DeviceHandle handle = script.handle = createFixtureDevice(scripted);
+    const DeviceHandle handle = script.handle = createBy(script);
     script.manager = manager.get();
     EXPECT_EQ(manager->deleteDevice(handle), Success);
     EXPECT_EQ(manager->name(handle).first, Success);
@@ -300,7 +287,7 @@ TEST_F(DeviceRegistry, ADeviceGivenTwiceIsOneHandle)
 TEST_F(DeviceRegistry, WithCriticalLinesOffRefusalsKeepTheirCodesAndTheOtherLog)
 {
     const CriticalLinesOff off;
-    const LogLine nullGiven = glogErrorLine(QStringLiteral("plugin name or version is null"));
+    const LogLine nullGiven = glogErrorLine("plugin name or version is null");
     EXPECT_EQ(manager->enumDevice(QString(), version).first, PluginNameOrVersionNull);
     EXPECT_EQ(manager->createDevice(QString(), version).first, PluginNameOrVersionNull);
     EXPECT_EQ(manager->enumDevice(scripted, version).first, PluginNotLoaded);
@@ -310,8 +297,7 @@ TEST_F(DeviceRegistry, WithCriticalLinesOffRefusalsKeepTheirCodesAndTheOtherLog)
     EXPECT_EQ(manager->types(1).first, HandleInvalid);
     EXPECT_EQ(manager->startStream(1, 0), HandleInvalid);
     EXPECT_EQ(log.lines(),
-              (std::vector{nullGiven, nullGiven,
-                           glogInfoLine(QStringLiteral("The Scripted1.0 is not exist"))}));
+              (std::vector{nullGiven, nullGiven, glogInfoLine("The Scripted1.0 is not exist")}));
 }
 
 // Controllers
@@ -338,3 +324,5 @@ TEST_F(DeviceRegistry, AnAssignedControllerSeesTheDevicesOfTheSourcesManager)
     target = source;
     EXPECT_EQ(target.name(handle).first, Success);
 }
+
+} // namespace

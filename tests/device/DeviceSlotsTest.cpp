@@ -40,8 +40,6 @@ using ControllerSpace::ControllerInterface;
 using MotorSpace::MotorInterface;
 using ProjectorSpace::ProjectorInterface;
 
-} // namespace
-
 TEST(DeviceSlots, FactoryFollowsThirteenOthersOfWhichTheDestructorTakesTwoPlaces)
 {
     const Slots slots = {PLACE(IFactory, enumDevices), PLACE(IFactory, createDevice),
@@ -179,3 +177,5 @@ TEST(DeviceContract, TheFactorysIdentifierIsFixed)
 {
     EXPECT_STREQ(qobject_interface_iid<IFactory *>(), "Veltrano.Device.IFactory.2.0.200324");
 }
+
+} // namespace

@@ -8,10 +8,9 @@
 
 #include <array>
 
-using namespace KvSyncTest;
-
 namespace {
 
+using namespace KvSyncTest;
 using Journal = std::vector<std::string>;
 
 /// Lends devices from one array, so that their order as handles is known.
@@ -58,7 +57,7 @@ protected:
     void load(const QString &name, JournalScript &script)
     {
         DeviceScript::use(&script);
-        copyFixture(QStringLiteral("Scripted"), name + QStringLiteral(".1.0.1.dll"));
+        copyFixture("Scripted", name + ".1.0.1.dll");
         ASSERT_EQ(manager->loadDevicePlugin(name, version), Success);
     }
 
@@ -68,14 +67,12 @@ protected:
         ASSERT_EQ(manager->createDevice(name, version).first, Success);
     }
 
-    const QString alphaName = QStringLiteral("Alpha");
-    const QString betaName = QStringLiteral("Beta");
+    const QString alphaName = "Alpha";
+    const QString betaName = "Beta";
     Journal journal;
     JournalScript alpha{"Alpha", journal};
     JournalScript beta{"Beta", journal};
 };
-
-} // namespace
 
 TEST_F(DeviceTeardown, DestroysByAscendingHandleThenUnloadsByKey)
 {
@@ -133,12 +130,12 @@ TEST_F(DeviceTeardown, OffersTheNullDeviceToNobody)
     log.clear();
     endManager();
     EXPECT_EQ(journal, (Journal{"unload Alpha"}));
-    EXPECT_EQ(log.lines(), std::vector{criticalLine(QStringLiteral("handle is invalid"))});
+    EXPECT_EQ(log.lines(), std::vector{criticalLine("handle is invalid")});
 }
 
 TEST_F(DeviceTeardown, UnloadsAPluginThatIsNoFactory)
 {
-    loadFixture(QStringLiteral("OlderFactory"));
+    loadFixture("OlderFactory");
     log.clear();
     endManager();
     EXPECT_EQ(log.lines(), std::vector<LogLine>());
@@ -166,7 +163,7 @@ TEST_F(DeviceTeardown, APluginMayAskTheManagerWhileItsDeviceIsDestroyed)
     load(alphaName, script);
     create(alphaName, script, 0);
     endManager();
-    EXPECT_EQ(script.asked, qMakePair(Success, QStringLiteral("plain")));
+    EXPECT_EQ(script.asked, qMakePair(Success, QString("plain")));
 }
 
 TEST_F(DeviceTeardown, ADeviceThatAnotherTookAlongIsNotDestroyedTwice)
@@ -196,7 +193,7 @@ TEST_F(DeviceTeardown, ADeviceThatAnotherTookAlongIsNotDestroyedTwice)
     log.clear();
     endManager();
     EXPECT_EQ(journal, (Journal{"destroy 0 by Alpha", "destroy 1 by Alpha", "unload Alpha"}));
-    EXPECT_EQ(log.lines(), std::vector{criticalLine(QStringLiteral("handle is invalid"))});
+    EXPECT_EQ(log.lines(), std::vector{criticalLine("handle is invalid")});
 }
 
 TEST_F(DeviceTeardown, ADeviceMadeMeanwhileIsLeftToItsPlugin)
@@ -209,7 +206,7 @@ TEST_F(DeviceTeardown, ADeviceMadeMeanwhileIsLeftToItsPlugin)
         ErrorCode destroyDevice(BaseDeviceSpace::DeviceInterface *&device) override
         {
             next = &devices[5];
-            made = manager->createDevice(QStringLiteral("Alpha"), QVersionNumber(1, 0)).first;
+            made = manager->createDevice("Alpha", QVersionNumber(1, 0)).first;
             return JournalScript::destroyDevice(device);
         }
 
@@ -236,7 +233,7 @@ TEST_F(DeviceTeardown, ARootObjectThatCallsBackAtItsEndFindsEarlierPluginsGone)
         void rootGone() override
         {
             JournalScript::rootGone();
-            const QString earlier = QStringLiteral("Alpha");
+            const QString earlier = "Alpha";
             const QVersionNumber line(1, 0);
             enumerated = manager->enumDevice(earlier, line);
             created = manager->createDevice(earlier, line);
@@ -285,8 +282,7 @@ TEST_F(DeviceTeardown, APluginThatARootObjectLoadsAtItsEndIsUnloadedToo)
         {
             JournalScript::rootGone();
             DeviceScript::use(&late);
-            EXPECT_EQ(manager->loadDevicePlugin(QStringLiteral("Alpha"), QVersionNumber(1, 0)),
-                      Success);
+            EXPECT_EQ(manager->loadDevicePlugin("Alpha", QVersionNumber(1, 0)), Success);
         }
 
         KvSyncCore::DeviceManager *manager = nullptr;
@@ -297,7 +293,7 @@ TEST_F(DeviceTeardown, APluginThatARootObjectLoadsAtItsEndIsUnloadedToo)
 
     LoadingScript loading(journal, alpha);
     loading.manager = manager.get();
-    copyFixture(QStringLiteral("Scripted"), QStringLiteral("Alpha.1.0.1.dll"));
+    copyFixture("Scripted", "Alpha.1.0.1.dll");
     load(betaName, loading);
     endManager();
     EXPECT_EQ(journal, (Journal{"unload Beta", "unload Alpha"}));
@@ -307,7 +303,7 @@ TEST_F(DeviceTeardown, AFileOfTwoPluginsIsUnloadedWithTheLast)
 {
     // One file under two keys: a name in another case finds the same one.
     load(alphaName, alpha);
-    ASSERT_EQ(manager->loadDevicePlugin(QStringLiteral("ALPHA"), version), Success);
+    ASSERT_EQ(manager->loadDevicePlugin("ALPHA", version), Success);
     load(betaName, beta);
     endManager();
     EXPECT_EQ(journal, (Journal{"unload Alpha", "unload Beta"}));
@@ -316,18 +312,16 @@ TEST_F(DeviceTeardown, AFileOfTwoPluginsIsUnloadedWithTheLast)
 TEST_F(DeviceTeardown, TheEndOfTheSyncCoreEndsItsDevicesThenItsPlugins)
 {
     DeviceScript::use(&alpha);
-    folder.makeFolder(QStringLiteral("Logic"));
-    folder.makeFolder(QStringLiteral("Device"));
-    folder.copyModule(commandFixture(QStringLiteral("Recorder")),
-                      QStringLiteral("Logic/Recorder.1.0.1.dll"));
-    copyFixture(QStringLiteral("Scripted"), QStringLiteral("Device/Alpha.1.0.1.dll"));
+    folder.makeFolder("Logic");
+    folder.makeFolder("Device");
+    folder.copyModule(commandFixture("Recorder"), "Logic/Recorder.1.0.1.dll");
+    copyFixture("Scripted", "Device/Alpha.1.0.1.dll");
     {
         KvSyncCore::SyncCore core;
-        core.init(folder.name() + QStringLiteral("/Logic"),
-                  folder.name() + QStringLiteral("/Device"));
-        core.loadCommandPlugin(QStringLiteral("Recorder"), version);
-        auto *const control = qobject_cast<RecorderControl *>(
-            core.getCommandPlugin(QStringLiteral("Recorder"), version));
+        core.init(folder.name() + "/Logic", folder.name() + "/Device");
+        core.loadCommandPlugin("Recorder", version);
+        auto *const control =
+            qobject_cast<RecorderControl *>(core.getCommandPlugin("Recorder", version));
         ASSERT_TRUE(control);
         KvSyncCore::DeviceController *const controller = control->controllers().last();
         ASSERT_EQ(controller->loadDevicePlugin(alphaName, version), Success);
@@ -336,3 +330,5 @@ TEST_F(DeviceTeardown, TheEndOfTheSyncCoreEndsItsDevicesThenItsPlugins)
     }
     EXPECT_EQ(journal, (Journal{"destroy 3 by Alpha", "unload Alpha"}));
 }
+
+} // namespace

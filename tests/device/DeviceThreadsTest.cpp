@@ -11,10 +11,10 @@
 #include <random>
 #include <thread>
 
+namespace {
+
 using namespace KvSyncTest;
 using KvSyncCore::DeviceManager;
-
-namespace {
 
 constexpr int threadCount = 8;
 constexpr int roundCount = 1000;
@@ -54,7 +54,7 @@ public:
 
 QString pluginOf(int thread)
 {
-    return QStringLiteral("Plugin%1").arg(thread);
+    return QString("Plugin%1").arg(thread);
 }
 
 /// One thread's rounds; what it did wrong, it counts.
@@ -90,7 +90,7 @@ private:
     {
         const auto created = manager.createDevice(own, version);
         expect(created.first == Success);
-        expect(manager.name(created.second) == qMakePair(Success, QStringLiteral("plain")));
+        expect(manager.name(created.second) == qMakePair(Success, QString("plain")));
         expect(manager.connectDeviceByIndex(created.second, 0) == Success);
         expect(manager.stopStream(created.second, 0) == HandleInvalid);
         expect(manager.deleteDevice(created.second) == Success);
@@ -107,8 +107,8 @@ private:
         const auto created = manager.createDevice(virtualScanner, scannerVersion);
         QMap<QString, QVariant> info;
         expect(created.first == Success);
-        expect(manager.getProperty(created.second, QStringLiteral("info"), info) == Success);
-        const int index = info.value(QStringLiteral("index")).toInt();
+        expect(manager.getProperty(created.second, "info", info) == Success);
+        const int index = info.value("index").toInt();
         const ErrorCode connected = manager.connectDeviceByIndex(created.second, index);
         expect(connected == Success ||
                connected == inUse); // by another worker, or as the shared one
@@ -145,7 +145,7 @@ private:
         &Worker::createUseDelete,     &Worker::createAndLeave, &Worker::createOfVirtualScanner,
         &Worker::useTheSharedScanner, &Worker::enumerate,      &Worker::missHandles};
 
-    const QString virtualScanner = QStringLiteral("VirtualScanner");
+    const QString virtualScanner = "VirtualScanner";
     const QVersionNumber scannerVersion{1, 0};
     const ErrorCode inUse = static_cast<ErrorCode>(0x01F00016); ///< VirtualScanner's own code
     DeviceManager &manager;
@@ -162,12 +162,11 @@ protected:
     {
         DeviceScript::use(&script);
         for (int i = 0; i < threadCount * lineCount; ++i) {
-            const QString line = QStringLiteral(".1.%1.1.dll").arg(i % lineCount);
-            copyFixture(QStringLiteral("Scripted"), pluginOf(i / lineCount) + line);
+            const QString line = QString(".1.%1.1.dll").arg(i % lineCount);
+            copyFixture("Scripted", pluginOf(i / lineCount) + line);
         }
-        const QString fileName = QStringLiteral("VirtualScanner.1.0.1.dll");
-        folder.copyModule(QCoreApplication::applicationDirPath() +
-                              QStringLiteral("/../../bin/Device/") + fileName,
+        const QString fileName = "VirtualScanner.1.0.1.dll";
+        folder.copyModule(QCoreApplication::applicationDirPath() + "/../../bin/Device/" + fileName,
                           fileName);
         EXPECT_EQ(manager->loadDevicePlugin(virtualScanner, version), Success);
     }
@@ -179,11 +178,9 @@ protected:
         return handle;
     }
 
-    const QString virtualScanner = QStringLiteral("VirtualScanner");
+    const QString virtualScanner = "VirtualScanner";
     CountingScript script;
 };
-
-} // namespace
 
 TEST_F(DeviceThreads, CreateUseDeleteLoadAndEnumerateAtOnceWithBalancedCounts)
 {
@@ -215,3 +212,5 @@ TEST_F(DeviceThreads, CreateUseDeleteLoadAndEnumerateAtOnceWithBalancedCounts)
     endManager();
     EXPECT_EQ(script.created, script.destroyed);
 }
+
+} // namespace

@@ -6,9 +6,9 @@
 
 #include <thread>
 
-using namespace KvSyncTest;
-
 namespace {
+
+using namespace KvSyncTest;
 
 class Example : public DeviceTest
 {
@@ -17,10 +17,9 @@ protected:
 
     Example()
     {
-        const QString fileName = QStringLiteral("Blinker.1.0.1.dll");
-        folder.copyModule(QCoreApplication::applicationDirPath() +
-                              QStringLiteral("/../examples/Device/") + fileName,
-                          fileName);
+        const QString fileName = "Blinker.1.0.1.dll";
+        folder.copyModule(
+            QCoreApplication::applicationDirPath() + "/../examples/Device/" + fileName, fileName);
         EXPECT_EQ(manager->loadDevicePlugin(name, version), Success);
         const auto made = manager->createDevice(name, version);
         EXPECT_EQ(made.first, Success);
@@ -37,12 +36,10 @@ protected:
         return values.value(property).toBool();
     }
 
-    const QString name = QStringLiteral("Blinker");
-    const QString property = QStringLiteral("on");
+    const QString name = "Blinker";
+    const QString property = "on";
     DeviceHandle lamp = 0;
 };
-
-} // namespace
 
 TEST_F(Example, LogsWhatItsLampDoesInTheSystemsCategory)
 {
@@ -51,9 +48,9 @@ TEST_F(Example, LogsWhatItsLampDoesInTheSystemsCategory)
     EXPECT_EQ(turn(false), Success);
     const std::vector<LogLine> lines = log.lines(Channel::QtOther);
     ASSERT_EQ(lines.size(), 2u);
-    EXPECT_EQ(lines.at(0).text, QStringLiteral("the lamp is on"));
-    EXPECT_EQ(lines.at(0).category, QStringLiteral("KvSyncTool"));
-    EXPECT_EQ(lines.at(1).text, QStringLiteral("the lamp is off"));
+    EXPECT_EQ(lines.at(0).text, "the lamp is on");
+    EXPECT_EQ(lines.at(0).category, "KvSyncTool");
+    EXPECT_EQ(lines.at(1).text, "the lamp is off");
 }
 
 TEST_F(Example, KeepsItsLampUnderSeveralThreads)
@@ -72,8 +69,10 @@ TEST_F(Example, KeepsItsLampUnderSeveralThreads)
 TEST_F(Example, KnowsNoOtherPropertyAndNoOtherDevice)
 {
     Values values;
-    EXPECT_EQ(manager->getProperty(lamp, QStringLiteral("color"), values), InvalidParameter);
-    EXPECT_EQ(manager->setProperty(lamp, QStringLiteral("color"), {}), InvalidParameter);
+    EXPECT_EQ(manager->getProperty(lamp, "color", values), InvalidParameter);
+    EXPECT_EQ(manager->setProperty(lamp, "color", {}), InvalidParameter);
     EXPECT_EQ(manager->deleteDevice(lamp), Success);
     EXPECT_EQ(manager->setProperty(lamp, property, {}), HandleInvalid);
 }
+
+} // namespace

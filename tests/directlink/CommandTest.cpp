@@ -3,22 +3,19 @@
 
 #include <limits>
 
-namespace KvSyncTest {
+namespace {
 
+using namespace KvSyncTest;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 
 using Parameters = QMap<QString, QVariant>;
-
-namespace {
 
 std::string firstLine(const std::string &command, const std::string &mapText)
 {
     return debug("executeCommand",
                  "cmdName:" + command + ",value:" + mapText + ", func default success");
 }
-
-} // namespace
 
 class CommandTable : public ConnectedScanner
 {
@@ -230,4 +227,4 @@ TEST_F(CommandTable, LeavesKeysOfOtherCommandsAlone)
     EXPECT_EQ(parameters, given);
 }
 
-} // namespace KvSyncTest
+} // namespace

@@ -32,9 +32,7 @@ std::vector<Expectation> connectionExpectations()
 {
     return {
         {"connectDeviceBySerial",
-         [](DeviceController &c) {
-             return outcome(c.connectDeviceBySerial(anyHandle, QStringLiteral("KV")));
-         },
+         [](DeviceController &c) { return outcome(c.connectDeviceBySerial(anyHandle, "KV")); },
          "Success",
          {enumeration, enumerationPrint, printed("before ConnectDevice "),
           glogInfo(" before connect"), connection, printed("End ConnectDevice"),
@@ -79,7 +77,7 @@ std::vector<Expectation> queryExpectations()
         {"isConnectedOnU3",
          [](DeviceController &c) {
              bool connected = false;
-             const ErrorCode code = c.isConnectedOnU3(QStringLiteral("KV"), connected);
+             const ErrorCode code = c.isConnectedOnU3("KV", connected);
              return outcome(code, connected);
          },
          "Success true",
@@ -88,9 +86,8 @@ std::vector<Expectation> queryExpectations()
          {{"IsConnectedOnU3", "DeviceOperationFailed true", {}}}},
         {"getFirewareVersion",
          [](DeviceController &c) {
-             QString version = QStringLiteral("before");
-             const ErrorCode code =
-                 c.getFirewareVersion(QStringLiteral("one"), QStringLiteral("two"), version);
+             QString version = "before";
+             const ErrorCode code = c.getFirewareVersion("one", "two", version);
              return outcome(code, version.toStdString());
          },
          "Success 1.2",
@@ -100,13 +97,13 @@ std::vector<Expectation> queryExpectations()
          {{"GetFirewareVersion", "DeviceOperationFailed 1.2", {}}}},
         {"getCamerasInformation",
          [](DeviceController &c) {
-             QStringList serials{QStringLiteral("before")};
+             QStringList serials{"before"};
              QVector<int> valuesA{9, 9, 9};
              QVector<int> valuesB{9};
              QVector<bool> flags;
              int count = 5;
-             const ErrorCode code = c.getCamerasInformation(QStringLiteral("KV"), serials, valuesA,
-                                                            valuesB, flags, count);
+             const ErrorCode code =
+                 c.getCamerasInformation("KV", serials, valuesA, valuesB, flags, count);
              return outcome(code, serials.join(';').toStdString(), listText(valuesA),
                             listText(valuesB), listText(flags), count);
          },
@@ -118,7 +115,7 @@ std::vector<Expectation> queryExpectations()
         {"getCameraCount",
          [](DeviceController &c) {
              int count = 5;
-             const ErrorCode code = c.getCameraCount(QStringLiteral("KV"), count);
+             const ErrorCode code = c.getCameraCount("KV", count);
              return outcome(code, count);
          },
          "Success 3",
@@ -138,7 +135,7 @@ std::vector<Expectation> queryExpectations()
          {{"GetConnectCameraCount", "DeviceOperationFailed 2", {}}}},
         {"getCameraSerialNumber",
          [](DeviceController &c) {
-             QString serial = QStringLiteral("before");
+             QString serial = "before";
              const ErrorCode code = c.getCameraSerialNumber(1, serial);
              return outcome(code, serial.toStdString());
          },
@@ -161,7 +158,7 @@ std::vector<Expectation> queryExpectations()
          {{"GetCameraResolution", "DeviceOperationFailed 1280 1024", {}}}},
         {"getStatusDescriptionString",
          [](DeviceController &c) {
-             QString text = QStringLiteral("before");
+             QString text = "before";
              const ErrorCode code = c.getStatusDescriptionString(12, text);
              return outcome(code, text.toStdString());
          },

@@ -1,7 +1,8 @@
 #include "DirectLink.h"
 
-namespace KvSyncTest {
+namespace {
 
+using namespace KvSyncTest;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
@@ -10,8 +11,6 @@ using ::testing::Not;
 using Connection = UnconnectedScanner;
 using Reconnection = ConnectedScanner;
 using Disconnection = ConnectedScanner;
-
-namespace {
 
 char oneSerial[] = "ONE";
 
@@ -37,8 +36,6 @@ std::string entry(const Journal &journal, const std::string &start)
     }
     return "no " + start;
 }
-
-} // namespace
 
 TEST_F(Connection, ScannerThatReportsNoCameraIsNotOpened)
 {
@@ -214,4 +211,4 @@ TEST_F(Disconnection, WithoutAConnectionStillAsksTheLibrary)
     EXPECT_THAT(journal, Not(Contains(HasSubstr("(device"))));
 }
 
-} // namespace KvSyncTest
+} // namespace

@@ -2,8 +2,9 @@
 
 #include <limits>
 
-namespace KvSyncTest {
+namespace {
 
+using namespace KvSyncTest;
 using KvSyncCore::DeviceController;
 using ::testing::Contains;
 
@@ -47,8 +48,6 @@ TEST_F(Controller, ReachesTheScannerByCommandWithAnyHandle)
     }
 }
 
-namespace {
-
 /// Everything that takes a handle.
 void runAll(DeviceController &controller, DeviceHandle handle)
 {
@@ -83,8 +82,6 @@ Journal journalOfAll(DeviceHandle handle)
     return journalOf([&] { runAll(fresh.controller, handle); });
 }
 
-} // namespace
-
 TEST(ControllerHandle, IsNotLookedAtByAnyOperationOfTheDirectLink)
 {
     const Journal expected = journalOfAll(anyHandle);
@@ -95,4 +92,4 @@ TEST(ControllerHandle, IsNotLookedAtByAnyOperationOfTheDirectLink)
         EXPECT_EQ(journalOfAll(handle), expected) << handle;
 }
 
-} // namespace KvSyncTest
+} // namespace

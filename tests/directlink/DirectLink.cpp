@@ -146,7 +146,7 @@ DirectLink::DirectLink()
                             {onStatus(), "onStatus"},
                             {context(), "context"},
                             {&manager, "manager"}};
-    QLoggingCategory::setFilterRules(QStringLiteral("KvSyncTool.debug=true"));
+    QLoggingCategory::setFilterRules("KvSyncTool.debug=true");
 }
 
 DirectLink::~DirectLink()
@@ -160,7 +160,7 @@ void DirectLink::connect()
     const ScannerEffects given = scanner.effects;
     scanner.effects = talkativeScanner();
     ErrorCode code = ConnectFailed;
-    journalOf([&] { code = controller.connectDeviceBySerial(anyHandle, QStringLiteral("KV")); });
+    journalOf([&] { code = controller.connectDeviceBySerial(anyHandle, "KV"); });
     ASSERT_EQ(code, Success);
     scanner.effects = given;
 }

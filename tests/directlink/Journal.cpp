@@ -1,10 +1,8 @@
 #include "Journal.h"
 
 #include "StandardOutput.h"
+#include "support/LogCapture.h"
 #include "support/RecordingScanner/RecordingScanner.h"
-
-#include <QtCore/QString>
-#include <glog/logging.h>
 
 namespace KvSyncTest {
 
@@ -27,9 +25,9 @@ std::string glogLine(const char *level, const std::string &text)
 }
 
 /// "getGain" of "ErrorCode KvSyncCore::DeviceManager::getGain(...)", else the whole signature.
-std::string operationOf(const QMessageLogContext &context)
+std::string operationOf(const LogLine &line)
 {
-    const std::string signature(context.function ? context.function : "no signature");
+    const std::string signature = line.function.toStdString();
     const std::string scope("KvSyncCore::DeviceManager::");
     const std::size_t start = signature.find(scope);
     // A helper, or a lambda inside the operation, is not the operation itself.
@@ -39,37 +37,41 @@ std::string operationOf(const QMessageLogContext &context)
     return signature.substr(name, signature.find('(', name) - name);
 }
 
-const char *levelName(QtMsgType type)
+std::string entryOf(const LogLine &line)
 {
-    switch (type) {
-    case QtDebugMsg:
-        return "debug";
-    case QtCriticalMsg:
-        return "critical";
-    default:
-        return "of a level that the core does not use";
+    const std::string text = line.text.toStdString();
+    switch (line.channel) {
+    case Channel::GlogInfo:
+        return glogInfo(text);
+    case Channel::GlogError:
+        return glogError(text);
+    case Channel::GlogOther:
+        return glogLine("of another severity", text);
+    case Channel::QtDebug:
+    case Channel::QtCritical:
+    case Channel::QtOther:
+        break;
     }
+    const char *const level = line.channel == Channel::QtDebug      ? "debug"
+                              : line.channel == Channel::QtCritical ? "critical"
+                                                                    : "of another level";
+    std::string entry = qtLine(level, operationOf(line), text);
+    if (line.category != "KvSyncTool")
+        entry += " (in another category)";
+    if (line.file.isEmpty() || line.line <= 0)
+        entry += " (from no place in the code)";
+    return entry;
 }
 
-class Recording : private google::LogSink
+class Recording
 {
 public:
     Recording()
     {
-        Q_ASSERT(!current);
-        current = this;
-        previousHandler = qInstallMessageHandler(&Recording::handleQtMessage);
-        google::AddLogSink(this);
         recordingScanner().onCall = [this](const std::string &call) { append(call); };
     }
 
-    ~Recording() override
-    {
-        recordingScanner().onCall = nullptr;
-        google::RemoveLogSink(this);
-        qInstallMessageHandler(previousHandler);
-        current = nullptr;
-    }
+    ~Recording() { recordingScanner().onCall = nullptr; }
 
     Recording(const Recording &) = delete;
     Recording &operator=(const Recording &) = delete;
@@ -81,26 +83,6 @@ public:
     }
 
 private:
-    void send(google::LogSeverity severity, const char *, const char *, int, const struct ::tm *,
-              const char *message, size_t length) override
-    {
-        const char *level = severity == google::GLOG_INFO    ? "INFO"
-                            : severity == google::GLOG_ERROR ? "ERROR"
-                                                             : "of another severity";
-        append(glogLine(level, std::string(message, length)));
-    }
-
-    static void handleQtMessage(QtMsgType type, const QMessageLogContext &context,
-                                const QString &text)
-    {
-        std::string line = qtLine(levelName(type), operationOf(context), text.toStdString());
-        if (qstrcmp(context.category, "KvSyncTool") != 0)
-            line += " (in another category)";
-        if (!context.file || context.line <= 0)
-            line += " (from no place in the code)";
-        current->append(line);
-    }
-
     void append(const std::string &entry)
     {
         // Whatever was printed came first.
@@ -119,10 +101,9 @@ private:
         }
     }
 
-    static inline Recording *current = nullptr;
-    QtMessageHandler previousHandler;
     StandardOutput standardOutput;
     Journal journal;
+    const LogCapture log{[this](const LogLine &line) { append(entryOf(line)); }};
 };
 
 } // namespace

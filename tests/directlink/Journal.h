@@ -1,8 +1,6 @@
 #ifndef KVSYNC_TESTS_JOURNAL_H
 #define KVSYNC_TESTS_JOURNAL_H
 
-#include <QtCore/QtGlobal>
-
 #include <functional>
 #include <string>
 #include <vector>

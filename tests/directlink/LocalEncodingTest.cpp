@@ -9,18 +9,15 @@
 
 #include <cstring>
 
-namespace KvSyncTest {
-
-using ::testing::Contains;
-
 namespace {
+
+using namespace KvSyncTest;
+using ::testing::Contains;
 
 // "扫描" in three forms.
 const QString scanText = QString::fromUtf8("\xE6\x89\xAB\xE6\x8F\x8F");
 const char scanUtf8[] = "\xE6\x89\xAB\xE6\x8F\x8F";
 char scanGbk[] = "\xC9\xA8\xC3\xE8";
-
-} // namespace
 
 class ChineseMachine : public ConnectedScanner
 {
@@ -150,4 +147,4 @@ TEST_F(WesternMachine, SendsQuestionMarksForWhatTheLocalEncodingLacks)
                 Contains(R"(GetCameraCount("??", 0))"));
 }
 
-} // namespace KvSyncTest
+} // namespace

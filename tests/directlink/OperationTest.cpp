@@ -10,9 +10,9 @@
 #include <set>
 #include <type_traits>
 
-namespace KvSyncTest {
-
 namespace {
+
+using namespace KvSyncTest;
 
 const std::vector<Expectation> &expectations()
 {
@@ -79,8 +79,6 @@ static_assert(
 static_assert(
     takes<&DeviceManager::grabImage, qint64, unsigned int, QList<CameraSpace::ImageBlock *> &>);
 
-} // namespace
-
 class DirectLinkOperation : public ::testing::TestWithParam<Expectation>
 {
 protected:
@@ -101,7 +99,7 @@ TEST_P(DirectLinkOperation, LeavesOutItsDebugLinesAloneWhereDebugOutputIsOff)
 {
     link.connect();
     link.scanner.effects = talkativeScanner();
-    QLoggingCategory::setFilterRules(QStringLiteral("KvSyncTool.debug=false"));
+    QLoggingCategory::setFilterRules("KvSyncTool.debug=false");
     std::string outcome;
     const Journal journal = journalOf([&] { outcome = GetParam().run(link.controller); });
     Journal expected;
@@ -183,4 +181,4 @@ TEST(DirectLinkTable, CoversAllFortyOneFunctionsOfTheLibrary)
     EXPECT_EQ(functions.size(), 41u);
 }
 
-} // namespace KvSyncTest
+} // namespace

@@ -5,8 +5,9 @@
 
 #include <limits>
 
-namespace KvSyncTest {
+namespace {
 
+using namespace KvSyncTest;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 
@@ -18,7 +19,7 @@ using CameraResolution = ConnectedScanner;
 TEST_F(CameraSerialNumber, OfAnInvalidIndexIsEmptyAndPrintedAsNull)
 {
     scanner.statuses["GetCameraSerialNumber"] = refused;
-    QString serial = QStringLiteral("before");
+    QString serial = "before";
     ErrorCode code = Success;
     const Journal journal = journalOf([&] { code = controller.getCameraSerialNumber(-1, serial); });
     EXPECT_EQ(code, DeviceOperationFailed);
@@ -30,7 +31,7 @@ TEST_F(CameraSerialNumber, OfAnInvalidIndexIsEmptyAndPrintedAsNull)
 
 TEST_F(CameraSerialNumber, ThatTheLibraryLeavesNullIsEmptyOnSuccessToo)
 {
-    QString serial = QStringLiteral("before");
+    QString serial = "before";
     ErrorCode code = ConnectFailed;
     const Journal journal = journalOf([&] { code = controller.getCameraSerialNumber(0, serial); });
     EXPECT_EQ(code, Success);
@@ -47,7 +48,7 @@ TEST_F(CameraSerialNumber, MayHoldWhatPrintfWouldTakeForAFormat)
     };
     QString serial;
     const Journal journal = journalOf([&] { controller.getCameraSerialNumber(0, serial); });
-    EXPECT_EQ(serial, QStringLiteral("%s%n"));
+    EXPECT_EQ(serial, "%s%n");
     EXPECT_THAT(journal, Contains(printed("serials:%s%n")));
 }
 
@@ -81,7 +82,7 @@ TEST_P(StatusDescription, IsAlwaysASuccessAndAsksForTheStatusItself)
 
 TEST_P(StatusDescription, ThatTheLibraryLeavesNullIsEmpty)
 {
-    QString text = QStringLiteral("before");
+    QString text = "before";
     journalOf([&] { link.controller.getStatusDescriptionString(GetParam(), text); });
     EXPECT_EQ(text, QString());
 }
@@ -154,4 +155,4 @@ TEST_F(FirewareVersion, MayHoldAZeroByte)
     EXPECT_EQ(version, QString::fromLatin1("1\0002", 3));
 }
 
-} // namespace KvSyncTest
+} // namespace

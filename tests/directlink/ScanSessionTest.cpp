@@ -1,7 +1,8 @@
 #include "DirectLink.h"
 
-namespace KvSyncTest {
+namespace {
 
+using namespace KvSyncTest;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 
@@ -12,7 +13,7 @@ using StatusCallback = ConnectedScanner;
 
 using Parameters = QMap<QString, QVariant>;
 
-TEST_F(ScanStart, WithAnEmptyMapRunsWithoutColourAtPeriodZeroAndAddsTheThreeKeys)
+TEST_F(ScanStart, WithAnEmptyMapRunsWithoutColorAtPeriodZeroAndAddsTheThreeKeys)
 {
     Parameters parameters;
     ErrorCode code = ConnectFailed;
@@ -29,7 +30,7 @@ TEST_F(ScanStart, WithAnEmptyMapRunsWithoutColourAtPeriodZeroAndAddsTheThreeKeys
                     "EnableVideoTrigger(device, 1, true)", "SetVideoTriggerPeriod(device, 0)"));
 }
 
-TEST_F(ScanStart, TriggersInModeOneWithoutColourWhateverTheColourMode)
+TEST_F(ScanStart, TriggersInModeOneWithoutColorWhateverTheColorMode)
 {
     Parameters parameters{{"bEnableColor", false}, {"colorMode", 5}, {"iPeriod", 33}};
     EXPECT_THAT(journalOf([&] { controller.startScan(parameters); }),
@@ -69,7 +70,7 @@ TEST_F(ScanStart, DoesNotReadKeysOfAnotherCase)
     EXPECT_EQ(parameters.size(), 4);
 }
 
-TEST_F(ScanStop, DisablesTheTriggerInTheColourModeOfTheLastStart)
+TEST_F(ScanStop, DisablesTheTriggerInTheColorModeOfTheLastStart)
 {
     Parameters parameters{{"bEnableColor", true}, {"colorMode", 5}};
     journalOf([&] { controller.startScan(parameters); });
@@ -77,7 +78,7 @@ TEST_F(ScanStop, DisablesTheTriggerInTheColourModeOfTheLastStart)
                 ElementsAre("EnableVideoTrigger(device, 5, false)", "Project(device, 0)"));
 }
 
-TEST_F(ScanStop, UsesTheStoredColourModeAlsoAfterAScanWithoutColour)
+TEST_F(ScanStop, UsesTheStoredColorModeAlsoAfterAScanWithoutColor)
 {
     Parameters parameters{{"bEnableColor", false}, {"colorMode", 5}};
     journalOf([&] { controller.startScan(parameters); });
@@ -91,7 +92,7 @@ TEST_F(ScanStop, WithoutAStartDisablesTheTriggerInModeZero)
                 ElementsAre("EnableVideoTrigger(device, 0, false)", "Project(device, 0)"));
 }
 
-TEST_F(ScanStop, UsesTheColourModeOfAScanThatWasStartedByCommand)
+TEST_F(ScanStop, UsesTheColorModeOfAScanThatWasStartedByCommand)
 {
     Parameters parameters{{"colorMode", 8}};
     journalOf([&] { controller.executeCommand(anyHandle, "startScan", parameters); });
@@ -162,4 +163,4 @@ TEST_F(ScanCallback, RunsInTheHostWithItsContextAndMayStopTheScan)
     EXPECT_THAT(journal, ElementsAre("EnableVideoTrigger(device, 0, false)", "Project(device, 0)"));
 }
 
-} // namespace KvSyncTest
+} // namespace

@@ -2,8 +2,9 @@
 
 #include <limits>
 
-namespace KvSyncTest {
+namespace {
 
+using namespace KvSyncTest;
 using ::testing::Contains;
 
 using CameraSetting = ConnectedScanner;
@@ -135,4 +136,4 @@ TEST_F(LightSetting, PassesExtremesOn)
     EXPECT_THAT(journal, Contains("SetDistanceIndicate(device, 2147483647)"));
 }
 
-} // namespace KvSyncTest
+} // namespace

@@ -4,13 +4,12 @@
 #include <limits>
 #include <memory>
 
-namespace KvSyncTest {
+namespace {
 
+using namespace KvSyncTest;
 using CameraSpace::ImageBlock;
 using ::testing::Contains;
 using ::testing::ElementsAre;
-
-namespace {
 
 constexpr int largestInt = std::numeric_limits<int>::max();
 constexpr int smallestInt = std::numeric_limits<int>::min();
@@ -27,8 +26,6 @@ auto snapshotOf(const std::vector<unsigned char *> &givenImages, int givenWidth,
         return accepted;
     };
 }
-
-} // namespace
 
 class Snapshot : public ConnectedScanner
 {
@@ -222,4 +219,4 @@ INSTANTIATE_TEST_SUITE_P(WithAnySubType, Projection,
                                            ProjectorSpace::HorizontalVariant,
                                            ProjectorSpace::SubPatternType(12345)));
 
-} // namespace KvSyncTest
+} // namespace

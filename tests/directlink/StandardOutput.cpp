@@ -66,7 +66,7 @@ void check(bool ok, const char *what)
 } // namespace
 
 StandardOutput::StandardOutput()
-    : written(folder.filePath(QStringLiteral("stdout")))
+    : written(folder.filePath("stdout"))
 {
     std::fflush(stdout);
     savedDescriptor = duplicate(descriptorOf(stdout));

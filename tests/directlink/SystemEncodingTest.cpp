@@ -12,9 +12,9 @@
 #include <windows.h>
 #endif
 
-namespace KvSyncTest {
-
 namespace {
+
+using namespace KvSyncTest;
 
 /// A text and its bytes in one encoding.
 struct Encoding
@@ -56,15 +56,13 @@ char *mutableText(const QByteArray &bytes)
     return kept.data();
 }
 
-} // namespace
-
 class SystemEncoding : public ConnectedScanner
 {
 };
 
 TEST_F(SystemEncoding, IsTheOneThatThisRunIsMeantFor)
 {
-    EXPECT_EQ(qgetenv("KVSYNC_TEST_ENCODING").toStdString(), systemEncoding().toStdString());
+    EXPECT_EQ(systemEncoding().toStdString(), qgetenv("KVSYNC_TEST_ENCODING").toStdString());
 }
 
 TEST_F(SystemEncoding, IsWhatNamesTravelToTheScannerIn)
@@ -82,8 +80,8 @@ TEST_F(SystemEncoding, IsWhatSerialNumbersAreReadIn)
         return accepted;
     };
     QString serial;
-    EXPECT_EQ(Success, controller.getCameraSerialNumber(0, serial));
-    EXPECT_EQ(present().text, serial);
+    EXPECT_EQ(controller.getCameraSerialNumber(0, serial), Success);
+    EXPECT_EQ(serial, present().text);
 }
 
 TEST_F(SystemEncoding, IsPrintedByteForByte)
@@ -109,11 +107,11 @@ TEST_F(SystemEncoding, IsWhatUserInformationIsGivenAndHandedOutIn)
         std::memcpy(buffer, stored.c_str(), stored.size() + 1);
         return accepted;
     };
-    EXPECT_EQ(Success, controller.writeCustomInfo(anyHandle, 3, present().bytes));
-    EXPECT_EQ(present().text.toStdString(), stored);
+    EXPECT_EQ(controller.writeCustomInfo(anyHandle, 3, present().bytes), Success);
+    EXPECT_EQ(stored, present().text.toStdString());
     QByteArray read;
-    EXPECT_EQ(Success, controller.readCustomInfo(anyHandle, 3, read));
-    EXPECT_EQ(present().bytes, read);
+    EXPECT_EQ(controller.readCustomInfo(anyHandle, 3, read), Success);
+    EXPECT_EQ(read, present().bytes);
 }
 
-} // namespace KvSyncTest
+} // namespace

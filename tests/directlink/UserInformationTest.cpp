@@ -6,8 +6,9 @@
 #include <cstring>
 #include <memory>
 
-namespace KvSyncTest {
+namespace {
 
+using namespace KvSyncTest;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
@@ -199,4 +200,4 @@ TEST_F(UserInformation, WithoutAConnectionIsRefusedByTheLibraryAlone)
     EXPECT_THAT(journal, Not(Contains(HasSubstr("critical"))));
 }
 
-} // namespace KvSyncTest
+} // namespace

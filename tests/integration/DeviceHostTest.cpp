@@ -2,10 +2,7 @@
 
 #include "KvSyncCore/DeviceController.h"
 
-#include <QtCore/QCoreApplication>
-
 #include <memory>
-#include <stdexcept>
 
 namespace {
 
@@ -69,38 +66,6 @@ protected:
     const ErrorCode motorsOwnCode = static_cast<ErrorCode>(0x01F20007);
     DeviceController &controller;
 };
-
-// Files
-
-TEST_F(DeviceHost, LoadsTheHighestBuildOfAVersionLine)
-{
-    for (const char *build : {"3", "10", "x"})
-        put("MotorOnly", QString("Camera.2.1.%1.dll").arg(build));
-    log.clear();
-    EXPECT_EQ(controller.loadDevicePlugin("Camera", {2, 1, 7}), Success);
-    const QString text = "load device plugin " + folder.filePath("Device/Camera.2.1.10.dll");
-    EXPECT_EQ(log.lines(), (std::vector{glogInfoLine(text), debugLine(text)}));
-}
-
-TEST_F(DeviceHost, LoadsAVersionLineOnce)
-{
-    put("MotorOnly", "Camera.2.1.3.dll");
-    ASSERT_EQ(controller.loadDevicePlugin("Camera", {2, 1, 7}), Success);
-    log.clear();
-    EXPECT_EQ(controller.loadDevicePlugin("Camera", {2, 1, 0}), Success);
-    EXPECT_EQ(log.lines(), std::vector<LogLine>());
-}
-
-TEST_F(DeviceHost, FindsAnOlderPluginNotLoadedAfterLoadingIt)
-{
-    load("OlderFactory");
-    const QString text = "The OlderFactory1.0 is not exist";
-    EXPECT_EQ(controller.enumDevice("OlderFactory", version), qMakePair(PluginNotLoaded, 0));
-    EXPECT_EQ(controller.createDevice("OlderFactory", version),
-              qMakePair(PluginNotLoaded, qint64(0)));
-    EXPECT_EQ(log.lines(),
-              (std::vector{glogInfoLine(text), criticalLine(text), criticalLine(text)}));
-}
 
 // A device with one capability
 
@@ -181,45 +146,6 @@ TEST_F(DeviceHost, KeepsItsDevicesWhenAnotherFacadeThatLoadedTheFileFirstEnds)
     const DeviceHandle handle = controller.createDevice("Motor", version).second;
     first.reset();
     EXPECT_EQ(controller.stopMotor(handle, {}), motorsOwnCode);
-}
-
-// Faulty factories
-
-TEST_F(DeviceHost, GetsHandleZeroForANullDeviceAndCanDoNothingWithIt)
-{
-    EXPECT_EQ(create("NullDevice"), 0);
-    EXPECT_EQ(log.lines(), std::vector<LogLine>());
-    expectInvalid(controller.startStream(0, 0));
-    expectInvalid(controller.name(0).first, "The handle is invalid");
-    expectInvalid(controller.deleteDevice(0));
-}
-
-TEST_F(DeviceHost, KeepsAHandleWhosePointerThePluginCleared)
-{
-    const DeviceHandle handle = create("ClearsPointer");
-    EXPECT_EQ(controller.deleteDevice(handle), Success);
-    EXPECT_EQ(controller.name(handle), qMakePair(Success, QString("plain")));
-    EXPECT_EQ(log.lines(), std::vector<LogLine>());
-}
-
-TEST_F(DeviceHost, GetsThePluginsCodeForARefusalToDestroyAndKeepsTheHandle)
-{
-    const DeviceHandle handle = create("RefusesDestroy");
-    EXPECT_EQ(controller.deleteDevice(handle), static_cast<ErrorCode>(0x01F10001));
-    EXPECT_EQ(controller.name(handle).first, Success);
-    EXPECT_EQ(log.lines(), std::vector<LogLine>());
-}
-
-TEST_F(DeviceHost, GetsWhatAFactoryThrows)
-{
-    load("FactoryThrows");
-    try {
-        controller.createDevice("FactoryThrows", version);
-        FAIL() << "nothing thrown";
-    } catch (const std::runtime_error &exception) {
-        EXPECT_STREQ(exception.what(), "cannot create");
-    }
-    EXPECT_EQ(log.lines(), std::vector<LogLine>());
 }
 
 } // namespace

@@ -19,7 +19,7 @@ struct FunctionRow
 };
 
 const QVariantMap map{{"exposureUs", 1500}, {"color", true}};
-const QVariantList list{1, QStringLiteral("two")};
+const QVariantList list{1, "two"};
 const qint64 wide = Q_INT64_C(0x123456789ABCDEF0);
 
 const FunctionRow functions[] = {
@@ -28,13 +28,10 @@ const FunctionRow functions[] = {
     {"closeDevices", {wide}, {wide}, Answer::Nothing},
     {"resetDevices", {"12"}, {Q_INT64_C(12)}, Answer::Nothing},
     {"getProperty", {7, QByteArray("gain"), 2.5f}, {Q_INT64_C(7), "gain", 2.5f}, Answer::AsItIs},
-    {"setProperty",
-     {7u, 42, QVariant(map)},
-     {Q_INT64_C(7), QStringLiteral("42"), QVariant(map)},
-     Answer::Nothing},
+    {"setProperty", {7u, 42, QVariant(map)}, {Q_INT64_C(7), "42", QVariant(map)}, Answer::Nothing},
     {"resetInterface", {true, "usb"}, {Q_INT64_C(1), "usb"}, Answer::Nothing},
     {"setFlagBitInterface", {-1, "led", "false"}, {Q_INT64_C(-1), "led", false}, Answer::Nothing},
-    {"project", {7.4, QChar('x')}, {Q_INT64_C(7), QStringLiteral("x")}, Answer::Nothing},
+    {"project", {7.4, QChar('x')}, {Q_INT64_C(7), "x"}, Answer::Nothing},
     {"captureImage", {wide, "scan", map}, {wide, "scan", map}, Answer::List},
     {"turntableRotate", {wide, "left", map, 1}, {wide, "left", map, true}, Answer::Nothing},
     {"execute",
@@ -108,7 +105,7 @@ TEST_P(EachFunction, WritesNothingButTheLookup)
 TEST_P(EachFunction, IgnoresSurplusArguments)
 {
     QVariantList surplus = GetParam().given;
-    surplus << QStringLiteral("never read") << QVariant();
+    surplus << "never read" << QVariant();
     EXPECT_NO_THROW(execute(GetParam().name, surplus));
     EXPECT_EQ(demo->takeCalls().value(0).arguments, GetParam().arriving);
 }
@@ -116,7 +113,7 @@ TEST_P(EachFunction, IgnoresSurplusArguments)
 TEST_P(EachFunction, RefusesEveryShorterListAndDoesNotCallThePlugin)
 {
     const QString text =
-        QStringLiteral("The %1 function has the wrong number of arguments").arg(GetParam().name);
+        QString("The %1 function has the wrong number of arguments").arg(GetParam().name);
     for (int count = 0; count < fewestArguments(); ++count) {
         log.clear();
         expectThrows(WrongArgumentCount, text,
@@ -151,7 +148,7 @@ TEST_P(EachFunction, IsUnknownInAnyOtherSpelling)
     const QString name = GetParam().name;
     for (const QString &other : {name.toUpper(), name.left(1).toUpper() + name.mid(1), name + ' ',
                                  ' ' + name, name + "s", name.chopped(1)}) {
-        expectThrows(FunctionNotExist, QStringLiteral("The %1 function doesn't exist").arg(other),
+        expectThrows(FunctionNotExist, QString("The %1 function doesn't exist").arg(other),
                      [&] { execute(other, GetParam().given); });
     }
     EXPECT_TRUE(demo->takeCalls().isEmpty());

@@ -118,8 +118,7 @@ TEST_F(HostReentry, ThatFailsInAConstructorFailsTheLoading)
 TEST_F(HostReentry, AToolExceptionOfAConstructorReachesTheHostUnloggedAndStoresNothing)
 {
     {
-        const WhenMade inside(
-            [] { throw KvSyncTool::Exception(CameraFailed, QStringLiteral("no camera")); });
+        const WhenMade inside([] { throw KvSyncTool::Exception(CameraFailed, "no camera"); });
         expectThrows(CameraFailed, "no camera", [this] { loadMade(); });
     }
     EXPECT_EQ(log.lines(),

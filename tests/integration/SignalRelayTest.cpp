@@ -15,8 +15,8 @@ const char signalText[] = "2sendSignals(bool, QString, QString, QVariantList, QV
 
 const Event event{true,
                   QStringLiteral("D\u00e9mo \u6f22"),
-                  QStringLiteral("frame arrived"),
-                  {1, QStringLiteral("two"), QVariantMap{{"three", 3.5}}, QByteArray("\0x", 2)},
+                  "frame arrived",
+                  {1, "two", QVariantMap{{"three", 3.5}}, QByteArray("\0x", 2)},
                   QVersionNumber{1, 2, 3, 4}};
 
 class SignalRelay : public HostFixture

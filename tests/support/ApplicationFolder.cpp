@@ -13,8 +13,8 @@ namespace {
 // Programs stand in tests/<program>/, fixtures in tests/fixtures/: the build tree may be moved.
 QString fixture(const QString &kind, const QString &name)
 {
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/../fixtures/") + kind +
-           QLatin1Char('/') + name + QStringLiteral(".1.0.1.dll");
+    return QCoreApplication::applicationDirPath() + "/../fixtures/" + kind + QLatin1Char('/') +
+           name + ".1.0.1.dll";
 }
 
 QByteArray contentOf(const QString &path)
@@ -28,16 +28,16 @@ QByteArray contentOf(const QString &path)
 
 QString commandFixture(const QString &name)
 {
-    return fixture(QStringLiteral("Logic"), name);
+    return fixture("Logic", name);
 }
 
 QString deviceFixture(const QString &name)
 {
-    return fixture(QStringLiteral("Device"), name);
+    return fixture("Device", name);
 }
 
 ApplicationFolder::ApplicationFolder()
-    : folder(QCoreApplication::applicationDirPath() + QStringLiteral("/run-XXXXXX"))
+    : folder(QCoreApplication::applicationDirPath() + "/run-XXXXXX")
 {
     EXPECT_TRUE(folder.isValid()) << folder.errorString().toStdString();
 }

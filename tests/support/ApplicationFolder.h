@@ -27,7 +27,7 @@ public:
 
     /// Each replaces the file, and fails the test if it cannot be written.
     void copyModule(const QString &modulePath, const QString &fileName);
-    void writeText(const QString &fileName, const QString &text = QStringLiteral("not a module"));
+    void writeText(const QString &fileName, const QString &text = "not a module");
     /// The first half of a module.
     void writeTruncated(const QString &modulePath, const QString &fileName);
     void makeFolder(const QString &folderName);

@@ -9,10 +9,7 @@ namespace KvSyncTest {
 class CriticalLinesOff
 {
 public:
-    CriticalLinesOff()
-    {
-        QLoggingCategory::setFilterRules(QStringLiteral("KvSyncTool.critical=false"));
-    }
+    CriticalLinesOff() { QLoggingCategory::setFilterRules("KvSyncTool.critical=false"); }
     ~CriticalLinesOff() { QLoggingCategory::setFilterRules(QString()); }
     CriticalLinesOff(const CriticalLinesOff &) = delete;
     CriticalLinesOff &operator=(const CriticalLinesOff &) = delete;

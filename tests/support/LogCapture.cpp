@@ -83,7 +83,7 @@ LogLine glogErrorLine(const QString &text)
 
 void expectWrittenBy(const LogLine &line, const std::string &operation, const std::string &fileName)
 {
-    EXPECT_EQ(line.category, QStringLiteral("KvSyncTool")) << line;
+    EXPECT_EQ(line.category, "KvSyncTool") << line;
     EXPECT_THAT(line.function.toStdString(), ::testing::HasSubstr(operation)) << line;
     // A lambda's or a template's signature goes on behind the operation's.
     EXPECT_THAT(line.function.toStdString(), ::testing::EndsWith(")")) << line;
@@ -91,7 +91,8 @@ void expectWrittenBy(const LogLine &line, const std::string &operation, const st
     EXPECT_GT(line.line, 0) << line;
 }
 
-LogCapture::LogCapture()
+LogCapture::LogCapture(Listener onLine)
+    : listener(std::move(onLine))
 {
     Q_ASSERT(!current);
     current = this;
@@ -146,10 +147,14 @@ void LogCapture::handleQtMessage(QtMsgType type, const QMessageLogContext &conte
                      context.line});
 }
 
-void LogCapture::append(LogLine line)
+void LogCapture::append(const LogLine &line)
 {
-    const QMutexLocker locker(&mutex);
-    captured.push_back(std::move(line));
+    {
+        const QMutexLocker locker(&mutex);
+        captured.push_back(line);
+    }
+    if (listener)
+        listener(line);
 }
 
 } // namespace KvSyncTest

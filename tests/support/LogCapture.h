@@ -6,6 +6,7 @@
 #include <QtCore/QtGlobal>
 #include <glog/logging.h>
 
+#include <functional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -43,12 +44,14 @@ LogLine glogErrorLine(const QString &text);
 void expectWrittenBy(const LogLine &line, const std::string &operation,
                      const std::string &fileName);
 
-/// Collects every line of both channels, in order, while it lives. One at a time; lines may come
-/// from any thread.
+/// Collects every line of both channels, in order, while it lives, and tells the listener of each.
+/// One at a time; lines may come from any thread.
 class LogCapture : private google::LogSink
 {
 public:
-    LogCapture();
+    using Listener = std::function<void(const LogLine &line)>;
+
+    explicit LogCapture(Listener onLine = {});
     ~LogCapture() override;
     LogCapture(const LogCapture &) = delete;
     LogCapture &operator=(const LogCapture &) = delete;
@@ -62,10 +65,11 @@ private:
               int line, const struct ::tm *time, const char *message, size_t length) override;
     static void handleQtMessage(QtMsgType type, const QMessageLogContext &context,
                                 const QString &text);
-    void append(LogLine line);
+    void append(const LogLine &line);
 
     mutable QMutex mutex;
     std::vector<LogLine> captured;
+    const Listener listener;
     QtMessageHandler previousHandler;
 };
 

@@ -30,7 +30,7 @@ TEST_P(EachKey, IsMadeOfNameMajorAndMinor)
 TEST_P(EachKey, BeginsThePatternOfItsBuilds)
 {
     const auto &[name, version, key] = GetParam();
-    EXPECT_EQ(PluginFile::buildPattern(name, version), key + QStringLiteral(".*.dll"));
+    EXPECT_EQ(PluginFile::buildPattern(name, version), key + ".*.dll");
 }
 
 const KeyRow segments[] = {
@@ -50,15 +50,15 @@ const KeyRow names[] = {
     {QStringLiteral("D\u00e9mo"), {1}, QStringLiteral("D\ufffdmo.1.0")},
     {QStringLiteral("\u00e9\u00e0"), {1}, QStringLiteral("\ufffd\ufffd.1.0")},
     {QStringLiteral("\u00c3\u00a9"), {1}, QStringLiteral("\u00e9.1.0")},
-    {QStringLiteral("\u0414emo"), {1}, QStringLiteral("?emo.1.0")},
-    {QStringLiteral("\u6f22\u5b57"), {1}, QStringLiteral("??.1.0")},
+    {QStringLiteral("\u0414emo"), {1}, "?emo.1.0"},
+    {QStringLiteral("\u6f22\u5b57"), {1}, "??.1.0"},
     {QString::fromUtf16(u"De\0mo", 5), {1}, "De.1.0"},
 };
 INSTANTIATE_TEST_SUITE_P(Names, EachKey, ::testing::ValuesIn(names));
 
 TEST(PluginFile, PatternOfEveryVersionLeavesMajorMinorAndBuildOpen)
 {
-    EXPECT_EQ(PluginFile::versionPattern(QStringLiteral("Demo")), QStringLiteral("Demo.*.*.*.dll"));
+    EXPECT_EQ(PluginFile::versionPattern("Demo"), "Demo.*.*.*.dll");
     EXPECT_EQ(PluginFile::versionPattern(QStringLiteral("D\u00e9mo")),
               QStringLiteral("D\ufffdmo.*.*.*.dll"));
 }
@@ -72,8 +72,8 @@ TEST(PluginFile, DirectoryIsJoinedAsItStands)
 
 TEST(PluginFile, TextsNameTheDirectoryInLatin1)
 {
-    EXPECT_EQ(PluginFile::noPathText("/a/b"), QStringLiteral("/a/b is no exist path"));
-    EXPECT_EQ(PluginFile::noFileText("/a/b"), QStringLiteral("/a/b is no exist dll"));
+    EXPECT_EQ(PluginFile::noPathText("/a/b"), "/a/b is no exist path");
+    EXPECT_EQ(PluginFile::noFileText("/a/b"), "/a/b is no exist dll");
     const QString directory = QStringLiteral("/\u00e9/\u0414");
     EXPECT_EQ(PluginFile::noPathText(directory), QStringLiteral("/\ufffd/? is no exist path"));
     EXPECT_EQ(PluginFile::noFileText(directory), QStringLiteral("/\ufffd/? is no exist dll"));

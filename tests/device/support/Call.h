@@ -90,7 +90,7 @@ struct Argument
         else if constexpr (std::is_enum_v<Value>)
             return static_cast<Value>(sample == Sample::Plain ? 40 + position : -40 - position);
         else if constexpr (std::is_same_v<Value, QString>)
-            return QStringLiteral("text %1").arg(position);
+            return QString("text %1").arg(position);
         else if constexpr (std::is_same_v<Value, QVersionNumber>)
             return QVersionNumber(2, position);
         else

@@ -4,7 +4,7 @@ namespace KvSyncTest {
 
 void DeviceLoading::put(const QString &fileName)
 {
-    copyFixture(QStringLiteral("Scripted"), fileName);
+    copyFixture("Scripted", fileName);
 }
 
 ErrorCode DeviceLoading::load(const QString &name, const QVersionNumber &wanted)
@@ -14,7 +14,7 @@ ErrorCode DeviceLoading::load(const QString &name, const QVersionNumber &wanted)
 
 std::vector<LogLine> DeviceLoading::loadLines(const QString &fileName) const
 {
-    const QString text = QStringLiteral("load device plugin ") + folder.filePath(fileName);
+    const QString text = "load device plugin " + folder.filePath(fileName);
     return {glogInfoLine(text), debugLine(text)};
 }
 
@@ -42,13 +42,13 @@ void DeviceLoading::expectFailure(const QString &name, const QVersionNumber &wan
 void DeviceLoading::expectMissingDirectory(const QString &name, const QVersionNumber &wanted,
                                            const QString &directory)
 {
-    const QString text = directory + QStringLiteral(" is no exist path");
+    const QString text = directory + " is no exist path";
     expectFailure(name, wanted, PathNotExist, {criticalLine(text), glogErrorLine(text)});
 }
 
 void DeviceLoading::expectNoFile(const QString &name, const QVersionNumber &wanted)
 {
-    const QString text = folder.path() + QStringLiteral(" is no exist dll");
+    const QString text = folder.path() + " is no exist dll";
     expectFailure(name, wanted, PluginFileNotExist, {criticalLine(text)});
 }
 

@@ -26,7 +26,7 @@ protected:
                                 const QString &directory);
     void expectNoFile(const QString &name, const QVersionNumber &wanted);
 
-    const QString camera = QStringLiteral("Camera");
+    const QString camera = "Camera";
     const QVersionNumber camera217{2, 1, 7};
 };
 

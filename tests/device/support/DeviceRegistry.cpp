@@ -7,6 +7,14 @@ DeviceRegistry::DeviceRegistry()
 {
 }
 
+DeviceHandle DeviceRegistry::createBy(LendingScript &script)
+{
+    script.next = &device;
+    DeviceScript::use(&script);
+    loadFixture(scripted);
+    return createFixtureDevice(scripted);
+}
+
 void DeviceRegistry::expectLines(const std::vector<LogLine> &expected, const std::string &operation)
 {
     EXPECT_EQ(log.lines(), expected);
@@ -17,8 +25,7 @@ void DeviceRegistry::expectLines(const std::vector<LogLine> &expected, const std
 
 void DeviceRegistry::expectNotLoaded(const QString &name, const QVersionNumber &wanted)
 {
-    const QString text =
-        QStringLiteral("The ") + name + wanted.toString() + QStringLiteral(" is not exist");
+    const QString text = "The " + name + wanted.toString() + " is not exist";
     EXPECT_EQ(manager->enumDevice(name, wanted), qMakePair(PluginNotLoaded, 0));
     expectLines({glogInfoLine(text), criticalLine(text)}, "enumDevice");
     EXPECT_EQ(manager->createDevice(name, wanted), qMakePair(PluginNotLoaded, qint64(0)));

@@ -29,7 +29,7 @@ void DeviceTest::copyFixture(const QString &fixture, const QString &fileName)
 
 void DeviceTest::loadFixture(const QString &fixture)
 {
-    copyFixture(fixture, fixture + QStringLiteral(".1.0.1.dll"));
+    copyFixture(fixture, fixture + ".1.0.1.dll");
     ASSERT_EQ(manager->loadDevicePlugin(fixture, version), Success);
     log.clear();
 }
@@ -43,7 +43,7 @@ DeviceHandle DeviceTest::createFixtureDevice(const QString &fixture)
 
 DeviceHandle DeviceTest::lend(BaseDeviceSpace::DeviceInterface &device)
 {
-    const QString fixture = QStringLiteral("Scripted");
+    const QString fixture = "Scripted";
     if (!scriptedIsLoaded)
         loadFixture(fixture);
     scriptedIsLoaded = true;

@@ -12,7 +12,7 @@ FakeBase::FakeBase(Listener listener)
 QString FakeBase::name()
 {
     answer(received("name"));
-    return QStringLiteral("fake");
+    return "fake";
 }
 
 QFlags<BaseDeviceSpace::DeviceType> FakeBase::types()

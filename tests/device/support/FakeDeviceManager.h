@@ -27,7 +27,7 @@ Result answer()
     else if constexpr (std::is_same_v<Result, QPair<ErrorCode, qint64>>)
         return {code, Q_INT64_C(0x1234567890)};
     else if constexpr (std::is_same_v<Result, QPair<ErrorCode, QString>>)
-        return {code, QStringLiteral("answered")};
+        return {code, "answered"};
     else
         return {code, BaseDeviceSpace::MotorDevice};
 }

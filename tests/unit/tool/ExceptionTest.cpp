@@ -70,7 +70,7 @@ TEST(Exception, CopyOutlivesItsOriginal)
 
 TEST(Exception, AssignmentReplacesCodeAndText)
 {
-    Exception exception(CameraFailed, QStringLiteral("old"));
+    Exception exception(CameraFailed, "old");
     exception = Exception(ProjectorFailed, text);
     EXPECT_EQ(exception.code(), ProjectorFailed);
     EXPECT_EQ(exception.message(), text);

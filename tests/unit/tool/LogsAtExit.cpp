@@ -35,7 +35,7 @@ public:
     ~LastWords()
     {
         qInstallMessageHandler(countLines);
-        QLoggingCategory::setFilterRules(QStringLiteral("KvSyncTool.debug=false"));
+        QLoggingCategory::setFilterRules("KvSyncTool.debug=false");
         check(!KvSyncTool::ToolLogger().isDebugEnabled(), "reached by filter rules");
         check(KvSyncTool::ToolLogger().isCriticalEnabled(), "enabled for critical lines");
         qCCritical(KvSyncTool::ToolLogger).noquote() << "last words";

@@ -29,8 +29,8 @@ TEST(ToolLogger, StandsInTheLinesThatAreWrittenToIt)
 {
     const LogCapture log;
     qCDebug(ToolLogger) << "by a host";
-    ASSERT_EQ(log.lines(), std::vector{debugLine(QStringLiteral("by a host"))});
-    EXPECT_EQ(log.lines().front().category, QStringLiteral("KvSyncTool"));
+    ASSERT_EQ(log.lines(), std::vector{debugLine("by a host")});
+    EXPECT_EQ(log.lines().front().category, "KvSyncTool");
 }
 
 TEST(ToolLogger, IsSilencedByAFilterRuleOfItsName)

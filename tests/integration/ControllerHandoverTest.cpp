@@ -10,19 +10,19 @@ using namespace KvSyncTest;
 using KvSyncCore::DeviceController;
 using KvSyncCore::SyncCore;
 
-/// The way from a command plug-in to the device side.
-class DeviceRoad : public HostFixture
+/// How command plug-ins, and hosts through them, get hold of the device side.
+class ControllerHandover : public HostFixture
 {
 };
 
-TEST_F(DeviceRoad, IsHandedOverByLoading)
+TEST_F(ControllerHandover, HappensOnLoading)
 {
     const auto controllers = loadDemo().controllers();
     ASSERT_EQ(controllers.size(), 1);
     EXPECT_NE(controllers[0], nullptr);
 }
 
-TEST_F(DeviceRoad, IsHandedOverAgainByEachLoadingAndIsTheSame)
+TEST_F(ControllerHandover, HappensOnEachLoadingWithTheSameController)
 {
     loadDemo();
     CommandInterface *const plugin = core.getCommandPlugin("Demo", {1, 0});
@@ -32,7 +32,7 @@ TEST_F(DeviceRoad, IsHandedOverAgainByEachLoadingAndIsTheSame)
     EXPECT_EQ(controllers[0], controllers[1]);
 }
 
-TEST_F(DeviceRoad, IsTheSameForEveryPlugin)
+TEST_F(ControllerHandover, GivesEveryPluginTheSameController)
 {
     folder.copyModule(commandFixture("Recorder"), "Other.3.1.1.dll");
     core.loadCommandPlugin("Other", {3, 1});
@@ -40,7 +40,7 @@ TEST_F(DeviceRoad, IsTheSameForEveryPlugin)
     EXPECT_EQ(loadDemo().controllers(), other->controllers());
 }
 
-TEST_F(DeviceRoad, IsAnotherForEveryFacade)
+TEST_F(ControllerHandover, GivesAnotherControllerForEveryFacade)
 {
     SyncCore second;
     second.init(folder.name(), "Elsewhere");
@@ -51,14 +51,14 @@ TEST_F(DeviceRoad, IsAnotherForEveryFacade)
     EXPECT_NE(controllers[0], controllers[1]);
 }
 
-TEST_F(DeviceRoad, IsNotWalkedByLookupOrDispatch)
+TEST_F(ControllerHandover, DoesNotHappenOnLookupOrDispatch)
 {
     RecorderControl &demo = loadDemo();
     execute("getRunningDevList");
     EXPECT_EQ(demo.controllers().size(), 1);
 }
 
-TEST_F(DeviceRoad, LeadsFromInsideThePluginToTheDirectoryThatTheHostSet)
+TEST_F(ControllerHandover, LetsThePluginReachTheDirectoryThatTheHostSet)
 {
     RecorderControl &demo = loadDemo();
     core.init(folder.name(), "Elsewhere");
@@ -68,7 +68,7 @@ TEST_F(DeviceRoad, LeadsFromInsideThePluginToTheDirectoryThatTheHostSet)
     EXPECT_EQ(log.lines(), (std::vector{criticalLine(text), glogErrorLine(text)}));
 }
 
-TEST_F(DeviceRoad, IsOpenToTheHostThatAsksThePluginForIt)
+TEST_F(ControllerHandover, LetsTheHostAskThePluginForTheController)
 {
     DeviceController *const controller = loadDemo().controllers().first();
     EXPECT_EQ(controller->deleteDevice(12345), HandleInvalid);
