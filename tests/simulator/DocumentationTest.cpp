@@ -10,6 +10,7 @@
 #include <map>
 #include <sstream>
 #include <string>
+#include <utility>
 
 using namespace Tessel3SyncSimulator;
 
@@ -125,9 +126,12 @@ TEST_F(SimulatorDocument, SaysWhereEverythingStands)
 
 TEST_F(SimulatorDocument, SaysWhichWayTheTableTurns)
 {
-    const Vector atTheRight{1.0, 0.0, 0.0};
+    const Vector right{1.0, 0.0, 0.0};
     const Vector near{0.0, 0.8, -0.6};
-    const Vector onTheTable = Scene(0.0).toTable(atTheRight);
-    expectNear(near, Scene(90.0).fromTable(onTheTable));
-    expectNear(onTheTable, Scene(90.0).toTable(near));
+    const Vector left{-1.0, 0.0, 0.0};
+    for (const auto &[before, after] : {std::pair(right, near), std::pair(near, left)}) {
+        const Vector onTheTable = Scene(0.0).toTable(before);
+        expectNear(after, Scene(90.0).fromTable(onTheTable));
+        expectNear(onTheTable, Scene(90.0).toTable(after));
+    }
 }
