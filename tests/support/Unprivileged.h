@@ -32,7 +32,9 @@ public:
 
 private:
     const QString filePath;
-    void *handle = nullptr;
+#ifdef Q_OS_WIN
+    void *const handle;
+#endif
 };
 
 } // namespace KvSyncTest

@@ -1,14 +1,10 @@
 #include "PluginFile.h"
-#include "support/ApplicationFolder.h"
-#include "support/LocaleCodec.h"
 
-#include <QtCore/QCoreApplication>
 #include <gtest/gtest.h>
 
 namespace {
 
 using namespace KvSyncCore;
-using namespace KvSyncTest;
 
 struct KeyRow
 {
@@ -63,22 +59,6 @@ TEST(PluginFile, PatternOfEveryVersionLeavesMajorMinorAndBuildOpen)
               QStringLiteral("D\ufffdmo.*.*.*.dll"));
 }
 
-TEST(PluginFile, DirectoryIsJoinedAsItStands)
-{
-    const QString below = QCoreApplication::applicationDirPath() + QLatin1Char('/');
-    for (const char *name : {"Logic", "/absolute", "a/../b", "trailing/"})
-        EXPECT_EQ(PluginFile::directory(name), below + name);
-}
-
-TEST(PluginFile, TextsNameTheDirectoryInLatin1)
-{
-    EXPECT_EQ(PluginFile::noPathText("/a/b"), "/a/b is no exist path");
-    EXPECT_EQ(PluginFile::noFileText("/a/b"), "/a/b is no exist dll");
-    const QString directory = QStringLiteral("/\u00e9/\u0414");
-    EXPECT_EQ(PluginFile::noPathText(directory), QStringLiteral("/\ufffd/? is no exist path"));
-    EXPECT_EQ(PluginFile::noFileText(directory), QStringLiteral("/\ufffd/? is no exist dll"));
-}
-
 struct VersionRow
 {
     const char *fileName;
@@ -115,28 +95,6 @@ struct HighestRow
     QString chosen;
 };
 
-class HighestBuild : public ::testing::TestWithParam<HighestRow>
-{
-};
-
-TEST_P(HighestBuild, IsTheFirstOfTheListByNumber)
-{
-    EXPECT_EQ(PluginFile::highestBuild(GetParam().listed), GetParam().chosen);
-}
-
-const HighestRow builds[] = {
-    {{}, ""},
-    {{"D.1.0.9.dll"}, "D.1.0.9.dll"},
-    {{"D.1.0.3.dll", "D.1.0.12.dll", "D.1.0.7.dll"}, "D.1.0.12.dll"},
-    {{"D.1.0.3.dll", "D.1.0.7.dll", "D.1.0.12.dll"}, "D.1.0.12.dll"},
-    {{"D.1.0.5.dll", "D.1.0.05.dll"}, "D.1.0.5.dll"},
-    {{"D.1.0.05.dll", "D.1.0.5.dll"}, "D.1.0.05.dll"},
-    {{"D.1.0.x.dll", "D.1.0.1.dll"}, "D.1.0.1.dll"},
-    {{"D.1.0.-1.dll", "D.1.0.x.dll"}, "D.1.0.x.dll"},
-    {{"D.9.9.1.dll", "D.1.0.2.dll"}, "D.1.0.2.dll"},
-};
-INSTANTIATE_TEST_SUITE_P(PluginFile, HighestBuild, ::testing::ValuesIn(builds));
-
 class HighestVersion : public ::testing::TestWithParam<HighestRow>
 {
 };
@@ -154,30 +112,5 @@ const HighestRow versions[] = {
     {{"D.1.0.5.dll", "D.01.0.05.dll"}, "D.1.0.5.dll"},
 };
 INSTANTIATE_TEST_SUITE_P(PluginFile, HighestVersion, ::testing::ValuesIn(versions));
-
-TEST(PluginFileList, HoldsMatchingFilesAloneWhateverTheirCase)
-{
-    ApplicationFolder folder;
-    folder.writeText("Demo.1.0.1.dll");
-    folder.writeText("DEMO.1.0.2.DLL");
-    folder.writeText("Demo.1.0.dll");
-    folder.writeText("Demo.1.0.1.dll.bak");
-    folder.writeText("Demo.1.1.1.dll");
-    folder.writeText("Other.1.0.1.dll");
-    folder.makeFolder("Demo.1.0.9.dll");
-    const QStringList expected{"Demo.1.0.1.dll", "DEMO.1.0.2.DLL"};
-    EXPECT_EQ(PluginFile::list(folder.path(), "Demo.1.0.*.dll"), expected);
-}
-
-TEST(PluginFileList, TakesAQuestionMarkForAnyLetter)
-{
-    const LocaleCodec utf8("UTF-8");
-    ApplicationFolder folder;
-    folder.writeText(QStringLiteral("\u0414emo.1.0.1.dll"));
-    folder.writeText("Demo.1.0.1.dll");
-    folder.writeText("emo.1.0.1.dll");
-    const QStringList expected{"Demo.1.0.1.dll", QStringLiteral("\u0414emo.1.0.1.dll")};
-    EXPECT_EQ(PluginFile::list(folder.path(), "?emo.1.0.*.dll"), expected);
-}
 
 } // namespace

@@ -8,61 +8,17 @@ namespace {
 
 using namespace KvSyncTest;
 
-/// Modules that load and yield a root object that is no command plug-in.
-class WrongRoot : public CommandManagerFixture, public ::testing::WithParamInterface<const char *>
-{
-protected:
-    WrongRoot() { folder.copyModule(commandFixture(GetParam()), "Demo.1.0.1.dll"); }
-};
-
-TEST_P(WrongRoot, LoadsAsNullAndRaisesNothing)
-{
-    EXPECT_EQ(manager.load("Demo", {1, 0}), nullptr);
-    expectLog({loadLine("Demo.1.0.1.dll")});
-}
-
-TEST_P(WrongRoot, StaysStoredAndIsNotReadAgain)
-{
-    manager.load("Demo", {1, 0});
-    log.clear();
-    EXPECT_EQ(manager.load("Demo", {1, 0}), nullptr);
-    EXPECT_EQ(manager.getCommandInterface("Demo", {1, 0}), nullptr);
-    expectLog({findLine("Demo.1.0"), findLine("Demo.1.0")});
-}
-
-TEST_P(WrongRoot, CountsAsALoadedVersion)
-{
-    manager.load("Demo", {1, 0});
-    EXPECT_EQ(manager.getCommandInterface("Demo", {}), nullptr);
-}
-
-TEST_P(WrongRoot, IsRefusedByDispatchBeforeTheFunctionIsLookedAt)
-{
-    manager.load("Demo", {1, 0});
-    log.clear();
-    const QString text = "Demo.1.0 is not a command plug-in";
-    expectThrows(PluginLoadFailed, text, [&] {
-        manager.execute("Demo", "no such function", {}, {1, 0});
-    });
-    expectThrows(PluginLoadFailed, text, [&] { manager.execute("Demo", "execute", {}, {}); });
-    expectLog({findLine("Demo.1.0"), criticalLine(text), findLine("Demo.1.0"), criticalLine(text)});
-    expectWrittenBy(log.lines().at(1), "KvSyncCore::CommandManager::execute(",
-                    "CommandDispatch.cpp");
-}
-
-TEST_P(WrongRoot, OfTheHighestVersionLoadsAsNull)
-{
-    EXPECT_EQ(manager.loadMaxVersionPlugin("Demo"), nullptr);
-    EXPECT_EQ(manager.getCommandInterface("Demo", {1, 0}), nullptr);
-}
-
-INSTANTIATE_TEST_SUITE_P(CommandManager, WrongRoot,
-                         ::testing::Values("ForeignRoot", "OtherVersion"),
-                         [](const auto &row) { return std::string(row.param); });
-
 class FaultyRoot : public CommandManagerFixture
 {
 };
+
+TEST_F(FaultyRoot, OfAnotherInterfaceLoadsAsNullByTheHighestVersionToo)
+{
+    folder.copyModule(commandFixture("ForeignRoot"), "Demo.1.0.1.dll");
+    EXPECT_EQ(manager.loadMaxVersionPlugin("Demo"), nullptr);
+    EXPECT_EQ(manager.getCommandInterface("Demo", {1, 0}), nullptr);
+    expectLog({loadLine("Demo.1.0.1.dll"), findLine("Demo.1.0")});
+}
 
 TEST_F(FaultyRoot, MetadataOfAnotherIdentifierAreNotRead)
 {
