@@ -17,10 +17,9 @@ protected:
     QVariantList scan(const std::string &fault, int count)
     {
         Simulator::setFaultPlan("{\"faults\": [" + fault + "]}");
-        const QVariantList images =
-            capture({{QStringLiteral("frames"), count}, {QStringLiteral("periodMs"), 20}});
-        account = lastOf(QStringLiteral("progress"));
-        EXPECT_EQ(account.value(QStringLiteral("delivered")), QVariant(count));
+        const QVariantList images = capture({{"frames", count}, {"periodMs", 20}});
+        account = lastOf("progress");
+        EXPECT_EQ(account.value("delivered"), QVariant(count));
         EXPECT_TRUE(balances(account));
         return images;
     }
@@ -32,15 +31,15 @@ protected:
 
     static int bytesOf(const QVariantMap &image)
     {
-        return image.value(QStringLiteral("data")).toByteArray().size();
+        return image.value("data").toByteArray().size();
     }
 
     static QList<int> numbers(const QVariantList &images)
     {
         QList<int> all;
         for (const QVariant &each : images) {
-            if (each.toMap().value(QStringLiteral("camera")).toInt() == 0)
-                all.append(each.toMap().value(QStringLiteral("frame")).toInt());
+            if (each.toMap().value("camera").toInt() == 0)
+                all.append(each.toMap().value("frame").toInt());
         }
         return all;
     }
@@ -56,8 +55,8 @@ protected:
             highest = std::max(highest, number);
         }
         const std::set<int> different(came.begin(), came.end());
-        EXPECT_EQ(account.value(QStringLiteral("disordered")), QVariant(late));
-        EXPECT_EQ(droppedBy(account, QStringLiteral("lost")), highest - int(different.size()));
+        EXPECT_EQ(account.value("disordered"), QVariant(late));
+        EXPECT_EQ(droppedBy(account, "lost"), highest - int(different.size()));
     }
 
     static constexpr int wholeImage = 160 * 128;
@@ -74,30 +73,30 @@ TEST_F(ScannerBadFrame, ThatLacksAnImageOrItsPixelsIsDroppedAndCounted)
         const QVariantList images = scan(std::string(R"({"everyFrame": 2, )") + fault + "}", 3);
         ASSERT_EQ(images.size(), 6) << fault;
         for (int i = 0; i < images.size(); ++i) {
-            EXPECT_EQ(image(images, i).value(QStringLiteral("camera")), QVariant(i % 2)) << fault;
+            EXPECT_EQ(image(images, i).value("camera"), QVariant(i % 2)) << fault;
             EXPECT_EQ(bytesOf(image(images, i)), wholeImage) << fault;
         }
         for (const int number : numbers(images))
             EXPECT_EQ(number % 2, 1) << fault;
-        EXPECT_GT(droppedBy(account, QStringLiteral("unusable")), 0) << fault;
+        EXPECT_GT(droppedBy(account, "unusable"), 0) << fault;
     }
 }
 
 TEST_F(ScannerBadFrame, WithoutAnyImageIsDroppedAndCounted)
 {
     Simulator::setFaultPlan("{}");
-    call(QStringLiteral("closeDevices"), {scannerHandle});
+    call("closeDevices", {scannerHandle});
     Simulator::setFaultPlan(R"({"scanner": {"cameras": ["left"]}})");
     open();
     EXPECT_EQ(scan(R"({"everyFrame": 2, "missingImage": 0})", 2).size(), 2);
-    EXPECT_GT(droppedBy(account, QStringLiteral("unusable")), 0);
+    EXPECT_GT(droppedBy(account, "unusable"), 0);
 }
 
 TEST_F(ScannerBadFrame, OfAnotherSizeIsPassedOnAsItIsTold)
 {
     const QVariantMap larger =
         image(scan(R"({"everyFrame": 1, "width": 4096, "height": 4096})", 1), 0);
-    EXPECT_EQ(larger.value(QStringLiteral("width")), QVariant(4096));
+    EXPECT_EQ(larger.value("width"), QVariant(4096));
     EXPECT_EQ(bytesOf(larger), 4096 * 4096);
     const QVariantMap smaller = image(scan(R"({"everyFrame": 1, "width": 1, "height": 1})", 1), 0);
     EXPECT_EQ(bytesOf(smaller), 1);
@@ -122,5 +121,5 @@ TEST_F(ScannerBadFrame, WhoseNumberIsSkippedCountsAsLost)
     for (const int number : came)
         EXPECT_NE(number % 3, 2); // 1, 3, 4, 6, ...
     expectAccountOf(came);
-    EXPECT_EQ(account.value(QStringLiteral("produced")), QVariant(came.last()));
+    EXPECT_EQ(account.value("produced"), QVariant(came.last()));
 }

@@ -10,13 +10,10 @@ protected:
 
     void switchFlag(const QString &name, bool on)
     {
-        call(QStringLiteral("setFlagBitInterface"), {scannerHandle, name, on});
+        call("setFlagBitInterface", {scannerHandle, name, on});
     }
 
-    void project(const QString &pattern)
-    {
-        call(QStringLiteral("project"), {scannerHandle, pattern});
-    }
+    void project(const QString &pattern) { call("project", {scannerHandle, pattern}); }
 
     static void refuseNext(const std::string &function)
     {
@@ -82,36 +79,34 @@ TEST_F(ScannerCommand, EachThatTheScannerRefusesSaysSo)
 
 TEST_F(ScannerCommand, MissingParametersAreSentAsZeroAndShownInTheAnswer)
 {
-    const QVariantMap answer = execute(QStringLiteral("Project")).toMap();
-    EXPECT_EQ(answer.keys(), QStringList{QStringLiteral("projectWorkType")});
+    const QVariantMap answer = execute("Project").toMap();
+    EXPECT_EQ(answer.keys(), QStringList{"projectWorkType"});
     EXPECT_EQ(libraryCalls("Project"), std::vector<std::string>{"Project(device, 0)"});
 }
 
 TEST_F(ScannerCommand, ParametersThatACommandDoesNotHaveAreTold)
 {
     Simulator::clearCalls();
-    expectThrows(
-        InvalidParameter,
-        QStringLiteral("The command \"EnableBlueLaser\" has no parameter \"mode\", but "
-                       "laserWorkMode, bLaserEnable"),
-        [&] {
-            execute(QStringLiteral("EnableBlueLaser"), {QVariantMap{{QStringLiteral("mode"), 1}}});
-        });
+    expectThrows(InvalidParameter,
+                 "The command \"EnableBlueLaser\" has no parameter \"mode\", but "
+                 "laserWorkMode, bLaserEnable",
+                 [&] {
+                     execute("EnableBlueLaser", {QVariantMap{{"mode", 1}}});
+                 });
     EXPECT_TRUE(Simulator::calls().empty());
 }
 
 TEST_F(ScannerCommand, NamesInOtherCaseAreUnknown)
 {
-    expectThrows(FunctionNotExist,
-                 QStringLiteral("Scanner 1.0 does not serve the command \"project\""),
-                 [&] { execute(QStringLiteral("project")); });
+    expectThrows(FunctionNotExist, "Scanner 1.0 does not serve the command \"project\"",
+                 [&] { execute("project"); });
 }
 
 TEST_F(ScannerCommand, FlagsSwitchLasersAndTrigger)
 {
-    switchFlag(QStringLiteral("infraredLaser"), true);
-    switchFlag(QStringLiteral("blueLaser"), true);
-    switchFlag(QStringLiteral("trigger"), false);
+    switchFlag("infraredLaser", true);
+    switchFlag("blueLaser", true);
+    switchFlag("trigger", false);
     EXPECT_EQ(libraryCalls("EnableIRLaser"),
               std::vector<std::string>{"EnableIRLaser(device, true)"});
     EXPECT_EQ(libraryCalls("EnableBlueLaser"),
@@ -123,11 +118,11 @@ TEST_F(ScannerCommand, FlagsSwitchLasersAndTrigger)
 TEST_F(ScannerCommand, FlagsThatAreUnknownOrRefusedAreTold)
 {
     expectThrows(FunctionNotExist,
-                 QStringLiteral("There is no flag \"fan\", but infraredLaser, blueLaser, trigger"),
-                 [&] { switchFlag(QStringLiteral("fan"), true); });
+                 "There is no flag \"fan\", but infraredLaser, blueLaser, trigger",
+                 [&] { switchFlag("fan", true); });
     refuseNext("EnableIRLaser");
-    expectThrows(CommandFailed, QStringLiteral("The scanner refuses to switch \"infraredLaser\""),
-                 [&] { switchFlag(QStringLiteral("infraredLaser"), true); });
+    expectThrows(CommandFailed, "The scanner refuses to switch \"infraredLaser\"",
+                 [&] { switchFlag("infraredLaser", true); });
 }
 
 TEST_F(ScannerCommand, PatternsAreProjectedByName)
@@ -148,14 +143,14 @@ TEST_F(ScannerCommand, PatternsThatAreUnknownOrRefusedAreTold)
             QStringLiteral("There is no pattern \"%1\", but off, flat, speckle, stripes").arg(word),
             [&] { project(word); });
     refuseNext("Project");
-    expectThrows(ProjectorFailed, QStringLiteral("The scanner refuses to project \"speckle\""),
-                 [&] { project(QStringLiteral("speckle")); });
+    expectThrows(ProjectorFailed, "The scanner refuses to project \"speckle\"",
+                 [&] { project("speckle"); });
 }
 
 TEST_F(ScannerCommand, AResetOfTheLightSwitchesLasersAndProjectorOff)
 {
     Simulator::clearCalls();
-    call(QStringLiteral("resetInterface"), {scannerHandle, QStringLiteral("light")});
+    call("resetInterface", {scannerHandle, "light"});
     std::vector<std::string> texts;
     for (const Simulator::Call &each : Simulator::calls())
         texts.push_back(Simulator::callText(each));

@@ -11,7 +11,7 @@ class ScannerFault : public ScannerHost
 protected:
     ScannerFault() { open(); }
 
-    QVariantMap lastProgress() const { return lastOf(QStringLiteral("progress")); }
+    QVariantMap lastProgress() const { return lastOf("progress"); }
 
     static void expectBalanced()
     {
@@ -25,11 +25,11 @@ TEST_F(ScannerFault, DroppedFramesAreCountedAndReplacedByLaterOnes)
     Simulator::setFaultPlan(R"({"faults": [{"everyFrame": 3, "drop": true}]})");
     const QVariantList images = capture(frames(8));
     EXPECT_EQ(images.size(), 16);
-    const int last = images.last().toMap().value(QStringLiteral("frame")).toInt();
+    const int last = images.last().toMap().value("frame").toInt();
     EXPECT_GE(last, 11); // 3, 6 and 9 are missing
-    EXPECT_EQ(lastProgress().value(QStringLiteral("dropped")), QVariant(last - 8));
-    EXPECT_EQ(lastProgress().value(QStringLiteral("produced")), QVariant(last));
-    EXPECT_GE(droppedBy(lastProgress(), QStringLiteral("lost")), 3);
+    EXPECT_EQ(lastProgress().value("dropped"), QVariant(last - 8));
+    EXPECT_EQ(lastProgress().value("produced"), QVariant(last));
+    EXPECT_GE(droppedBy(lastProgress(), "lost"), 3);
     EXPECT_TRUE(balances(lastProgress()));
     expectBalanced();
 }
@@ -39,9 +39,9 @@ TEST_F(ScannerFault, FramesDroppedBeforeTheFirstAreCounted)
     Simulator::setFaultPlan(
         R"({"faults": [{"frame": 1, "drop": true}, {"frame": 2, "drop": true}]})");
     const QVariantList images = capture(frames(1));
-    const int first = images.first().toMap().value(QStringLiteral("frame")).toInt();
+    const int first = images.first().toMap().value("frame").toInt();
     EXPECT_GE(first, 3);
-    EXPECT_EQ(lastProgress().value(QStringLiteral("dropped")), QVariant(first - 1));
+    EXPECT_EQ(lastProgress().value("dropped"), QVariant(first - 1));
 }
 
 TEST_F(ScannerFault, ALateFrameIsWaitedFor)
@@ -53,17 +53,16 @@ TEST_F(ScannerFault, ALateFrameIsWaitedFor)
 TEST_F(ScannerFault, StatusEventsReachTheHostOnAThreadOfThePluginsOwn)
 {
     Simulator::sendStatus(Simulator::DistanceEvent, Simulator::DistanceTooFar);
-    ASSERT_TRUE(waitForEvents(QStringLiteral("statusChanged"), 1));
-    const ReceivedEvent event = events(QStringLiteral("statusChanged")).at(0);
-    EXPECT_EQ(event.payload, (QVariantList{QVariantMap{{QStringLiteral("first"), 2},
-                                                       {QStringLiteral("second"), 3}}}));
+    ASSERT_TRUE(waitForEvents("statusChanged", 1));
+    const ReceivedEvent event = events("statusChanged").at(0);
+    EXPECT_EQ(event.payload, (QVariantList{QVariantMap{{"first", 2}, {"second", 3}}}));
     EXPECT_NE(event.thread, std::this_thread::get_id());
 }
 
 TEST_F(ScannerFault, AtMost64StatusChangesWaitForASlowHostAndTheOthersAreCounted)
 {
     constexpr int sent = 200;
-    const QString status = QStringLiteral("statusChanged");
+    const QString status = "statusChanged";
     std::promise<void> released;
     std::shared_future<void> release = released.get_future().share();
     reaction = [&](const ReceivedEvent &event) {
@@ -77,15 +76,14 @@ TEST_F(ScannerFault, AtMost64StatusChangesWaitForASlowHostAndTheOthersAreCounted
     capture(frames(1)); // comes after them on the library's thread
     released.set_value();
     ASSERT_TRUE(waitForEvents(status, 1 + 64));
-    call(QStringLiteral("closeDevices"), {scannerHandle}); // none comes after it
+    call("closeDevices", {scannerHandle}); // none comes after it
     const auto arrived = events(status);
     ASSERT_EQ(arrived.size(), 1u + 64u);
     const QVariantMap oldest = arrived.at(1).payload.value(0).toMap();
-    EXPECT_EQ(oldest.value(QStringLiteral("dropped")), QVariant(sent - 1 - 64));
-    EXPECT_EQ(oldest.value(QStringLiteral("second")), QVariant(sent - 64));
+    EXPECT_EQ(oldest.value("dropped"), QVariant(sent - 1 - 64));
+    EXPECT_EQ(oldest.value("second"), QVariant(sent - 64));
     EXPECT_EQ(arrived.back().payload,
-              (QVariantList{QVariantMap{{QStringLiteral("first"), 3},
-                                        {QStringLiteral("second"), sent - 1}}}));
+              (QVariantList{QVariantMap{{"first", 3}, {"second", sent - 1}}}));
 }
 
 TEST_F(ScannerFault, HostileCallbacksEndWithEveryScan)
@@ -94,8 +92,8 @@ TEST_F(ScannerFault, HostileCallbacksEndWithEveryScan)
     for (int round = 0; round < 50; ++round) {
         const QVariantList images = capture(frames(3));
         ASSERT_EQ(images.size(), 6);
-        execute(QStringLiteral("startScan"));
-        execute(QStringLiteral("stopScan"));
+        execute("startScan");
+        execute("stopScan");
     }
     expectBalanced();
 }

@@ -13,35 +13,24 @@ class ScannerFlow : public ScannerHost
 protected:
     ScannerFlow() { open(); }
 
-    static QVariantMap unkept(int count)
-    {
-        return with(frames(count), QStringLiteral("keep"), false);
-    }
+    static QVariantMap unkept(int count) { return with(frames(count), "keep", false); }
 
     static int frameOf(const ReceivedEvent &event)
     {
-        return event.payload.value(0).toMap().value(QStringLiteral("frame")).toInt();
-    }
-
-    /// Waits until the scanner has delivered so many frames more, each a call of our callback.
-    static void awaitDeliveries(int count)
-    {
-        const long long before = Simulator::account().delivered;
-        while (Simulator::account().delivered < before + count)
-            std::this_thread::yield();
+        return event.payload.value(0).toMap().value("frame").toInt();
     }
 
     void expectEnd(const QString &reason, const QString &text)
     {
         ASSERT_TRUE(waitForEvents(ended, 1));
         ASSERT_EQ(events(ended).size(), 1u);
-        EXPECT_EQ(lastOf(ended).value(QStringLiteral("reason")), QVariant(reason));
-        EXPECT_EQ(lastOf(ended).value(QStringLiteral("text")), QVariant(text));
-        EXPECT_TRUE(balances(lastOf(ended).value(QStringLiteral("account")).toMap()));
+        EXPECT_EQ(lastOf(ended).value("reason"), QVariant(reason));
+        EXPECT_EQ(lastOf(ended).value("text"), QVariant(text));
+        EXPECT_TRUE(balances(lastOf(ended).value("account").toMap()));
     }
 
-    const QString arrived = QStringLiteral("frameArrived");
-    const QString ended = QStringLiteral("scanEnded");
+    const QString arrived = "frameArrived";
+    const QString ended = "scanEnded";
 };
 
 TEST_F(ScannerFlow, WithoutKeepTheImagesComeByEventsAlone)
@@ -52,7 +41,7 @@ TEST_F(ScannerFlow, WithoutKeepTheImagesComeByEventsAlone)
     for (const ReceivedEvent &arrival : arrivals) {
         ASSERT_EQ(arrival.payload.size(), 2);
         for (const QVariant &image : arrival.payload)
-            EXPECT_EQ(image.toMap().value(QStringLiteral("data")).toByteArray().size(), 160 * 128);
+            EXPECT_EQ(image.toMap().value("data").toByteArray().size(), 160 * 128);
     }
 }
 
@@ -60,14 +49,11 @@ TEST_F(ScannerFlow, MoreThanTenThousandFramesCanBeAskedFor)
 {
     reaction = [this](const ReceivedEvent &event) {
         if (event.name == arrived)
-            execute(QStringLiteral("stopScan"));
+            execute("stopScan");
     };
     EXPECT_THROW(capture(unkept(1000000)), KvSyncTool::Exception);
-    expectEnd(QStringLiteral("stopped"),
-              QStringLiteral("The scan was stopped before its last frame"));
-    EXPECT_EQ(
-        lastOf(ended).value(QStringLiteral("account")).toMap().value(QStringLiteral("frames")),
-        QVariant(1000000));
+    expectEnd("stopped", "The scan was stopped before its last frame");
+    EXPECT_EQ(lastOf(ended).value("account").toMap().value("frames"), QVariant(1000000));
 }
 
 TEST_F(ScannerFlow, AtMostEightFramesWaitForASlowHostAndTheOthersAreCounted)
@@ -79,11 +65,11 @@ TEST_F(ScannerFlow, AtMostEightFramesWaitForASlowHostAndTheOthersAreCounted)
     capture(unkept(12));
     const auto arrivals = events(arrived);
     ASSERT_EQ(arrivals.size(), 12u);
-    const QVariantMap account = lastOf(QStringLiteral("progress"));
+    const QVariantMap account = lastOf("progress");
     EXPECT_TRUE(balances(account));
-    EXPECT_EQ(account.value(QStringLiteral("delivered")), QVariant(12));
-    EXPECT_EQ(account.value(QStringLiteral("produced")), QVariant(frameOf(arrivals.back())));
-    const int slow = droppedBy(account, QStringLiteral("hostSlow"));
+    EXPECT_EQ(account.value("delivered"), QVariant(12));
+    EXPECT_EQ(account.value("produced"), QVariant(frameOf(arrivals.back())));
+    const int slow = droppedBy(account, "hostSlow");
     EXPECT_GE(slow, 30 - 8);
     // The slot's first frame, and the eight that waited, came before those that were dropped.
     EXPECT_GT(frameOf(arrivals.at(9)) - frameOf(arrivals.at(8)), slow);
@@ -93,14 +79,14 @@ TEST_F(ScannerFlow, TheAccountAgreesWithTheScanners)
 {
     Simulator::setFaultPlan(R"({"faults": [{"everyFrame": 3, "drop": true}]})");
     capture(unkept(20));
-    const QVariantMap account = lastOf(ended).value(QStringLiteral("account")).toMap();
-    const int produced = account.value(QStringLiteral("produced")).toInt();
+    const QVariantMap account = lastOf(ended).value("account").toMap();
+    const int produced = account.value("produced").toInt();
     EXPECT_TRUE(balances(account));
     EXPECT_EQ(produced, frameOf(events(arrived).back()));
-    EXPECT_EQ(account.value(QStringLiteral("disordered")), QVariant(0));
-    EXPECT_GE(droppedBy(account, QStringLiteral("lost")), produced / 3);
+    EXPECT_EQ(account.value("disordered"), QVariant(0));
+    EXPECT_GE(droppedBy(account, "lost"), produced / 3);
     EXPECT_LE(produced, Simulator::account().produced);
-    EXPECT_LE(20 + droppedBy(account, QStringLiteral("hostSlow")), Simulator::account().delivered);
+    EXPECT_LE(20 + droppedBy(account, "hostSlow"), Simulator::account().delivered);
 }
 
 TEST_F(ScannerFlow, TellsWhenEachFrameArrived)
@@ -110,8 +96,8 @@ TEST_F(ScannerFlow, TellsWhenEachFrameArrived)
     const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - begin;
     double last = 0.0;
     for (int i = 0; i < images.size(); i += 2) {
-        const QVariant time = images.at(i).toMap().value(QStringLiteral("timeMs"));
-        EXPECT_EQ(images.at(i + 1).toMap().value(QStringLiteral("timeMs")), time);
+        const QVariant time = images.at(i).toMap().value("timeMs");
+        EXPECT_EQ(images.at(i + 1).toMap().value("timeMs"), time);
         EXPECT_GT(time.toDouble(), last);
         last = time.toDouble();
     }
@@ -132,20 +118,19 @@ TEST_F(ScannerFlow, ACompleteScanIsToldOnTheCallingThreadWithTheScannerAtRest)
     const ReceivedEvent first = events(ended).front();
     EXPECT_EQ(first.thread, std::this_thread::get_id());
     const QVariantMap end = first.payload.value(0).toMap();
-    EXPECT_EQ(end.value(QStringLiteral("reason")), QVariant(QStringLiteral("complete")));
-    EXPECT_EQ(end.value(QStringLiteral("text")), QVariant(QString()));
-    const QVariantMap account = end.value(QStringLiteral("account")).toMap();
-    EXPECT_EQ(account.value(QStringLiteral("frames")), QVariant(2));
-    EXPECT_EQ(account.value(QStringLiteral("delivered")), QVariant(2));
+    EXPECT_EQ(end.value("reason"), QVariant("complete"));
+    EXPECT_EQ(end.value("text"), QVariant(QString()));
+    const QVariantMap account = end.value("account").toMap();
+    EXPECT_EQ(account.value("frames"), QVariant(2));
+    EXPECT_EQ(account.value("delivered"), QVariant(2));
     EXPECT_TRUE(balances(account));
 }
 
 TEST_F(ScannerFlow, AScanThatFellSilentFailed)
 {
     Simulator::setFaultPlan(R"({"faults": [{"everyFrame": 1, "drop": true}]})");
-    EXPECT_THROW(capture(with(frames(2), QStringLiteral("timeoutMs"), 50)), KvSyncTool::Exception);
-    expectEnd(QStringLiteral("failed"),
-              QStringLiteral("The scanner fell silent: 0 of 2 frames came, then none for 50 ms"));
+    EXPECT_THROW(capture(with(frames(2), "timeoutMs", 50)), KvSyncTool::Exception);
+    expectEnd("failed", "The scanner fell silent: 0 of 2 frames came, then none for 50 ms");
 }
 
 TEST_F(ScannerFlow, WhateverASlotThrowsEndsTheScanAsFailedAndReachesTheCaller)
@@ -155,7 +140,7 @@ TEST_F(ScannerFlow, WhateverASlotThrowsEndsTheScanAsFailedAndReachesTheCaller)
             throw 7;
     };
     EXPECT_THROW(capture(frames(2)), int);
-    expectEnd(QStringLiteral("failed"), QStringLiteral("something that is no exception"));
+    expectEnd("failed", "something that is no exception");
     reaction = nullptr;
     EXPECT_EQ(capture(frames(1)).size(), 2);
 }
@@ -169,9 +154,9 @@ TEST_F(ScannerFlow, WhatASlotThrowsAtTheEndIsLoggedAndTheImagesAreKept)
     LogCapture log;
     EXPECT_EQ(capture(frames(2)).size(), 4);
     EXPECT_EQ(log.lines(Channel::QtCritical),
-              std::vector<LogLine>{criticalLine(
-                  QStringLiteral("A slot of the Scanner event scanEnded threw: something that is "
-                                 "no exception"))});
+              std::vector<LogLine>{
+                  criticalLine("A slot of the Scanner event scanEnded threw: something that is "
+                               "no exception")});
 }
 
 TEST_F(ScannerFlow, AScanThatNeverBeganDoesNotEnd)
@@ -190,8 +175,8 @@ TEST_F(ScannerFlow, ClosingAndResettingEndAScan)
         QString text;
     };
     const Row rows[] = {
-        {QStringLiteral("resetDevices"), QStringLiteral("The scanner was reset during the scan")},
-        {QStringLiteral("closeDevices"), QStringLiteral("The scanner was closed during the scan")},
+        {"resetDevices", "The scanner was reset during the scan"},
+        {"closeDevices", "The scanner was closed during the scan"},
     };
     std::size_t ends = 0;
     for (const Row &row : rows) {
@@ -201,21 +186,19 @@ TEST_F(ScannerFlow, ClosingAndResettingEndAScan)
         };
         expectThrows(CameraFailed, row.text, [&] { capture(frames(100)); });
         ASSERT_EQ(events(ended).size(), ++ends);
-        EXPECT_EQ(lastOf(ended).value(QStringLiteral("text")), QVariant(row.text));
-        EXPECT_EQ(lastOf(ended).value(QStringLiteral("reason")),
-                  QVariant(QStringLiteral("stopped")));
+        EXPECT_EQ(lastOf(ended).value("text"), QVariant(row.text));
+        EXPECT_EQ(lastOf(ended).value("reason"), QVariant("stopped"));
     }
 }
 
 TEST_F(ScannerFlow, TheEndOfAStreamComesAfterItsFramesWithTheAccountThatStoppingAnswers)
 {
-    execute(QStringLiteral("startScan"));
+    execute("startScan");
     ASSERT_TRUE(waitForEvents(arrived, 3));
-    const QVariantMap account = execute(QStringLiteral("stopScan")).toMap();
-    expectEnd(QStringLiteral("stopped"),
-              QStringLiteral("The scan was stopped before its last frame"));
-    EXPECT_EQ(lastOf(ended).value(QStringLiteral("account")), QVariant(account));
-    EXPECT_EQ(account.value(QStringLiteral("delivered")), QVariant(int(events(arrived).size())));
+    const QVariantMap account = execute("stopScan").toMap();
+    expectEnd("stopped", "The scan was stopped before its last frame");
+    EXPECT_EQ(lastOf(ended).value("account"), QVariant(account));
+    EXPECT_EQ(account.value("delivered"), QVariant(int(events(arrived).size())));
     EXPECT_EQ(events(ended).front().thread, events(arrived).front().thread);
 }
 
@@ -226,15 +209,15 @@ TEST_F(ScannerFlow, FramesThatWaitWhenAStreamIsStoppedAreCountedAsStopped)
         if (event.name == arrived && events(arrived).size() == 1)
             stopped.get_future().wait();
     };
-    execute(QStringLiteral("startScan"));
+    execute("startScan");
     ASSERT_TRUE(waitForEvents(arrived, 1));
     awaitDeliveries(20);
-    const QVariantMap account = execute(QStringLiteral("stopScan")).toMap();
+    const QVariantMap account = execute("stopScan").toMap();
     stopped.set_value();
-    EXPECT_EQ(account.value(QStringLiteral("delivered")), QVariant(1));
-    EXPECT_EQ(droppedBy(account, QStringLiteral("stopped")), 8);
-    EXPECT_GE(droppedBy(account, QStringLiteral("hostSlow")), 20 - 8 - 1);
+    EXPECT_EQ(account.value("delivered"), QVariant(1));
+    EXPECT_EQ(droppedBy(account, "stopped"), 8);
+    EXPECT_GE(droppedBy(account, "hostSlow"), 20 - 8 - 1);
     EXPECT_TRUE(balances(account));
-    call(QStringLiteral("closeDevices"), {scannerHandle});
+    call("closeDevices", {scannerHandle});
     EXPECT_EQ(events(arrived).size(), 1u);
 }

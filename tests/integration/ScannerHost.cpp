@@ -11,7 +11,7 @@ const QVariant scannerHandle = QVariant::fromValue<qint64>(1);
 
 namespace {
 
-const QString plugin = QStringLiteral("Scanner");
+const QString plugin = "Scanner";
 
 // Loaded machines and sanitizers make pictures slowly.
 constexpr int patientMs = 60000;
@@ -22,7 +22,7 @@ ScannerHost::ScannerHost()
 {
     Tessel3SyncSimulator::reset(smallSetup());
     // Test programs stand in tests/<program>/, plug-ins in bin/Logic/.
-    core.init(QStringLiteral("../../bin/Logic"), QStringLiteral("../../bin/Device"));
+    core.init("../../bin/Logic", "../../bin/Device");
     core.loadCommandPlugin(plugin, QVersionNumber(1, 0));
     QObject::connect(
         &core, &SyncCore::sendSignals, &core,
@@ -44,7 +44,7 @@ ScannerHost::ScannerHost()
 ScannerHost::~ScannerHost()
 {
     try {
-        call(QStringLiteral("closeDevices"), {scannerHandle});
+        call("closeDevices", {scannerHandle});
     } catch (const KvSyncTool::Exception &) {
         // The test closed it itself, or never opened it.
     }
@@ -72,21 +72,20 @@ void ScannerHost::expectFails(ErrorCode code, const QString &text, const QString
 
 void ScannerHost::open()
 {
-    const QVariantMap parameters{{QStringLiteral("serial"), QStringLiteral("KV-SIM-0001")}};
-    ASSERT_EQ(call(QStringLiteral("openDevices"), {parameters}), scannerHandle);
+    const QVariantMap parameters{{"serial", "KV-SIM-0001"}};
+    ASSERT_EQ(call("openDevices", {parameters}), scannerHandle);
 }
 
 QVariantList ScannerHost::capture(QVariantMap parameters)
 {
-    if (!parameters.contains(QStringLiteral("timeoutMs")))
-        parameters.insert(QStringLiteral("timeoutMs"), patientMs);
-    return call(QStringLiteral("captureImage"), {scannerHandle, QStringLiteral("scan"), parameters})
-        .toList();
+    if (!parameters.contains("timeoutMs"))
+        parameters.insert("timeoutMs", patientMs);
+    return call("captureImage", {scannerHandle, "scan", parameters}).toList();
 }
 
 QVariant ScannerHost::execute(const QString &command, const QVariantList &arguments)
 {
-    return call(QStringLiteral("execute"), {scannerHandle, command, QVariant(arguments)});
+    return call("execute", {scannerHandle, command, QVariant(arguments)});
 }
 
 QVariantMap ScannerHost::with(QVariantMap parameters, const QString &key, const QVariant &value)
@@ -121,19 +120,25 @@ bool ScannerHost::waitForEvents(const QString &name, std::size_t count)
     });
 }
 
+void ScannerHost::awaitDeliveries(int count)
+{
+    const long long before = Tessel3SyncSimulator::account().delivered;
+    while (Tessel3SyncSimulator::account().delivered < before + count)
+        std::this_thread::yield();
+}
+
 int droppedBy(const QVariantMap &account, const QString &cause)
 {
-    return account.value(QStringLiteral("causes")).toMap().value(cause).toInt();
+    return account.value("causes").toMap().value(cause).toInt();
 }
 
 bool balances(const QVariantMap &account)
 {
     const auto number = [&](const QString &key) { return account.value(key).toLongLong(); };
     qint64 dropped = 0;
-    for (const QVariant &count : account.value(QStringLiteral("causes")).toMap())
+    for (const QVariant &count : account.value("causes").toMap())
         dropped += count.toLongLong();
-    return number(QStringLiteral("dropped")) == dropped &&
-           number(QStringLiteral("produced")) == number(QStringLiteral("delivered")) + dropped;
+    return number("dropped") == dropped && number("produced") == number("delivered") + dropped;
 }
 
 std::vector<std::string> libraryCalls(const std::string &function)

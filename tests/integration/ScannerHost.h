@@ -49,7 +49,7 @@ protected:
     /// A scan through captureImage; it waits patiently unless "timeoutMs" says otherwise.
     QVariantList capture(QVariantMap parameters);
     QVariant execute(const QString &command, const QVariantList &arguments = {});
-    static QVariantMap frames(int count) { return {{QStringLiteral("frames"), count}}; }
+    static QVariantMap frames(int count) { return {{"frames", count}}; }
     static QVariantMap with(QVariantMap parameters, const QString &key, const QVariant &value);
 
     /// Events so far; the map that is the payload of the last one.
@@ -57,6 +57,8 @@ protected:
     QVariantMap lastOf(const QString &name) const;
     /// Waits for so many events of a name; false after a minute.
     bool waitForEvents(const QString &name, std::size_t count);
+    /// Waits until the scanner has delivered so many frames more, each a call of our callback.
+    static void awaitDeliveries(int count);
     /// Runs on the emitting thread with each event, after it was kept.
     std::function<void(const ReceivedEvent &event)> reaction;
 

@@ -17,10 +17,15 @@ protected:
         ASSERT_TRUE(waitForEvents(status, 1));
     }
 
-    QVariantMap listed()
+    /// Opens the scanner anew, without a callback that would tell of a loss.
+    void openWithoutStatus()
     {
-        return call(QStringLiteral("getRunningDevList"), {}).toList().value(0).toMap();
+        call("closeDevices", {scannerHandle});
+        Simulator::script("SetStatusCallBackFunction", Simulator::EveryCall, {3, {}});
+        open();
     }
+
+    QVariantMap listed() { return call("getRunningDevList", {}).toList().value(0).toMap(); }
 
     void expectLost(const QString &function, const QVariantList &arguments)
     {
@@ -31,18 +36,16 @@ protected:
     {
         ASSERT_TRUE(waitForEvents(ended, 1));
         ASSERT_EQ(events(ended).size(), 1u);
-        EXPECT_EQ(lastOf(ended).value(QStringLiteral("reason")),
-                  QVariant(QStringLiteral("connectionLost")));
-        EXPECT_EQ(lastOf(ended).value(QStringLiteral("text")), QVariant(during));
-        EXPECT_TRUE(balances(lastOf(ended).value(QStringLiteral("account")).toMap()));
+        EXPECT_EQ(lastOf(ended).value("reason"), QVariant("connectionLost"));
+        EXPECT_EQ(lastOf(ended).value("text"), QVariant(during));
+        EXPECT_TRUE(balances(lastOf(ended).value("account").toMap()));
     }
 
-    const QString status = QStringLiteral("statusChanged");
-    const QString ended = QStringLiteral("scanEnded");
-    const QString during = QStringLiteral("The connection to the scanner was lost during the scan");
-    const QString lost =
-        QStringLiteral("The connection to the scanner was lost; wait until the scanner is back, "
-                       "then call resetDevices");
+    const QString status = "statusChanged";
+    const QString ended = "scanEnded";
+    const QString during = "The connection to the scanner was lost during the scan";
+    const QString lost = "The connection to the scanner was lost; wait until the scanner is back, "
+                         "then call resetDevices";
 };
 
 namespace {
@@ -74,29 +77,24 @@ TEST_P(ScannerLossDuringAScan, EndsCaptureImageWithWhatCame)
 {
     expectThrows(CameraFailed, during, [&] { capture(frames(1000)); });
     expectEnd();
-    const auto arrivals = events(QStringLiteral("frameArrived")).size();
+    const auto arrivals = events("frameArrived").size();
     // A machine under load may lose the first two as well.
     EXPECT_LE(arrivals, 2u);
-    EXPECT_EQ(
-        lastOf(ended).value(QStringLiteral("account")).toMap().value(QStringLiteral("delivered")),
-        QVariant(int(arrivals)));
+    EXPECT_EQ(lastOf(ended).value("account").toMap().value("delivered"), QVariant(int(arrivals)));
 }
 
 TEST_P(ScannerLossDuringAScan, EndsAStream)
 {
-    execute(QStringLiteral("startScan"));
+    execute("startScan");
     expectEnd();
-    expectLost(QStringLiteral("execute"),
-               {scannerHandle, QStringLiteral("startScan"), QVariantList()});
+    expectLost("execute", {scannerHandle, "startScan", QVariantList()});
 }
 
 TEST_F(ScannerLoss, AStreamEndsEvenIfNoStatusTellsOfIt)
 {
-    call(QStringLiteral("closeDevices"), {scannerHandle});
-    Simulator::script("SetStatusCallBackFunction", Simulator::EveryCall, {3, {}});
-    open();
-    execute(QStringLiteral("startScan"));
-    ASSERT_TRUE(waitForEvents(QStringLiteral("frameArrived"), 1));
+    openWithoutStatus();
+    execute("startScan");
+    ASSERT_TRUE(waitForEvents("frameArrived", 1));
     Simulator::setAttached(false);
     expectEnd();
     EXPECT_TRUE(events(status).empty());
@@ -105,9 +103,8 @@ TEST_F(ScannerLoss, AStreamEndsEvenIfNoStatusTellsOfIt)
 TEST_F(ScannerLoss, IsAStatusEventAndNoEndOfAScanIfNoneRuns)
 {
     unplug();
-    EXPECT_EQ(
-        events(status).at(0).payload,
-        (QVariantList{QVariantMap{{QStringLiteral("first"), 1}, {QStringLiteral("second"), 0}}}));
+    EXPECT_EQ(events(status).at(0).payload,
+              (QVariantList{QVariantMap{{"first", 1}, {"second", 0}}}));
     EXPECT_TRUE(events(ended).empty());
 }
 
@@ -115,25 +112,20 @@ TEST_F(ScannerLoss, EveryCallSaysSoAlsoWhenTheScannerIsBack)
 {
     const QVariantMap none;
     const std::vector<std::pair<QString, QVariantList>> functions = {
-        {QStringLiteral("openDevices"), {QVariantMap{{QStringLiteral("serial"), QString()}}}},
-        {QStringLiteral("getProperty"), {scannerHandle, QStringLiteral("list"), QVariant()}},
-        {QStringLiteral("getProperty"),
-         {scannerHandle, QStringLiteral("camera0.gain"), QVariant()}},
-        {QStringLiteral("setProperty"), {scannerHandle, QStringLiteral("camera0.gain"), 3}},
-        {QStringLiteral("resetInterface"), {scannerHandle, QStringLiteral("light")}},
-        {QStringLiteral("setFlagBitInterface"),
-         {scannerHandle, QStringLiteral("infraredLaser"), true}},
-        {QStringLiteral("project"), {scannerHandle, QStringLiteral("off")}},
-        {QStringLiteral("captureImage"), {scannerHandle, QStringLiteral("scan"), frames(1)}},
-        {QStringLiteral("captureImage"), {scannerHandle, QStringLiteral("color"), none}},
-        {QStringLiteral("turntableRotate"),
-         {scannerHandle, QStringLiteral("simulator"), QVariantMap{{QStringLiteral("degrees"), 1}},
-          true}},
-        {QStringLiteral("execute"), {scannerHandle, QStringLiteral("info"), QVariantList()}},
-        {QStringLiteral("execute"), {scannerHandle, QStringLiteral("startScan"), QVariantList()}},
-        {QStringLiteral("execute"), {scannerHandle, QStringLiteral("Project"), QVariantList()}},
-        {QStringLiteral("execute"),
-         {scannerHandle, QStringLiteral("readUserInformation"), QVariantList{0}}},
+        {"openDevices", {QVariantMap{{"serial", QString()}}}},
+        {"getProperty", {scannerHandle, "list", QVariant()}},
+        {"getProperty", {scannerHandle, "camera0.gain", QVariant()}},
+        {"setProperty", {scannerHandle, "camera0.gain", 3}},
+        {"resetInterface", {scannerHandle, "light"}},
+        {"setFlagBitInterface", {scannerHandle, "infraredLaser", true}},
+        {"project", {scannerHandle, "off"}},
+        {"captureImage", {scannerHandle, "scan", frames(1)}},
+        {"captureImage", {scannerHandle, "color", none}},
+        {"turntableRotate", {scannerHandle, "simulator", QVariantMap{{"degrees", 1}}, true}},
+        {"execute", {scannerHandle, "info", QVariantList()}},
+        {"execute", {scannerHandle, "startScan", QVariantList()}},
+        {"execute", {scannerHandle, "Project", QVariantList()}},
+        {"execute", {scannerHandle, "readUserInformation", QVariantList{0}}},
     };
     unplug();
     for (const auto &[function, arguments] : functions)
@@ -146,31 +138,24 @@ TEST_F(ScannerLoss, EveryCallSaysSoAlsoWhenTheScannerIsBack)
 
 TEST_F(ScannerLoss, ACallThatFindsItFirstSaysSo)
 {
-    call(QStringLiteral("closeDevices"), {scannerHandle});
-    Simulator::script("SetStatusCallBackFunction", Simulator::EveryCall, {3, {}});
-    open();
+    openWithoutStatus();
     Simulator::setAttached(false);
-    expectLost(QStringLiteral("setProperty"), {scannerHandle, QStringLiteral("camera0.gain"), 3});
+    expectLost("setProperty", {scannerHandle, "camera0.gain", 3});
 }
 
 TEST_F(ScannerLoss, OpeningOnceMoreFindsItFirst)
 {
-    call(QStringLiteral("closeDevices"), {scannerHandle});
-    Simulator::script("SetStatusCallBackFunction", Simulator::EveryCall, {3, {}});
-    open();
+    openWithoutStatus();
     Simulator::setAttached(false);
-    expectLost(QStringLiteral("openDevices"), {QVariantMap{{QStringLiteral("serial"), QString()}}});
+    expectLost("openDevices", {QVariantMap{{"serial", QString()}}});
 }
 
 TEST_F(ScannerLoss, AScanThatIsStartedFindsItFirst)
 {
-    call(QStringLiteral("closeDevices"), {scannerHandle});
-    Simulator::script("SetStatusCallBackFunction", Simulator::EveryCall, {3, {}});
-    open();
+    openWithoutStatus();
     Simulator::setAttached(false);
     Simulator::setAttached(true); // its cameras are closed now
-    expectLost(QStringLiteral("captureImage"), {scannerHandle, QStringLiteral("scan"),
-                                                with(frames(1), QStringLiteral("periodMs"), 2)});
+    expectLost("captureImage", {scannerHandle, "scan", with(frames(1), "periodMs", 2)});
     EXPECT_TRUE(libraryCalls("SetScanCallBackFunction").empty() ||
                 libraryCalls("SetScanCallBackFunction").back() ==
                     "SetScanCallBackFunction(device, null, null)");
@@ -180,17 +165,17 @@ TEST_F(ScannerLoss, TheListTellsTheTruth)
 {
     const auto expectListed = [this](bool connected, bool present) {
         const QVariantMap scanner = listed();
-        EXPECT_EQ(scanner.value(QStringLiteral("connected")), QVariant(connected));
-        EXPECT_EQ(scanner.value(QStringLiteral("present")), QVariant(present));
-        EXPECT_EQ(scanner.value(QStringLiteral("handle")), scannerHandle);
-        EXPECT_EQ(scanner.value(QStringLiteral("serial")), QVariant(QStringLiteral("KV-SIM-0001")));
+        EXPECT_EQ(scanner.value("connected"), QVariant(connected));
+        EXPECT_EQ(scanner.value("present"), QVariant(present));
+        EXPECT_EQ(scanner.value("handle"), scannerHandle);
+        EXPECT_EQ(scanner.value("serial"), QVariant("KV-SIM-0001"));
     };
     expectListed(true, true);
     unplug();
     expectListed(false, false);
     Simulator::setAttached(true);
     expectListed(false, true);
-    call(QStringLiteral("resetDevices"), {scannerHandle});
+    call("resetDevices", {scannerHandle});
     expectListed(true, true);
 }
 
@@ -198,25 +183,25 @@ TEST_F(ScannerLoss, AResetBeforeTheScannerIsBackIsRefused)
 {
     unplug();
     expectFails(ConnectFailed,
-                QStringLiteral("The scanner is not back yet; wait until it is, then call "
-                               "resetDevices again"),
-                QStringLiteral("resetDevices"), {scannerHandle});
+                "The scanner is not back yet; wait until it is, then call "
+                "resetDevices again",
+                "resetDevices", {scannerHandle});
     EXPECT_TRUE(libraryCalls("ReconnectDevice").empty());
-    expectLost(QStringLiteral("project"), {scannerHandle, QStringLiteral("off")});
+    expectLost("project", {scannerHandle, "off"});
 }
 
 TEST_F(ScannerLoss, AResetOnceTheScannerIsBackRecoversItWithItsSettings)
 {
-    const QString gain = QStringLiteral("camera0.gain");
-    call(QStringLiteral("setProperty"), {scannerHandle, gain, 5});
+    const QString gain = "camera0.gain";
+    call("setProperty", {scannerHandle, gain, 5});
     Simulator::setFaultPlan(R"({"faults": [{"frame": 2, "disconnect": true, "backAfterMs": 20}]})");
     EXPECT_THROW(capture(frames(5)), KvSyncTool::Exception);
     ASSERT_TRUE(waitForEvents(status, 2)); // lost, and back
     Simulator::setFaultPlan("{}");
-    call(QStringLiteral("resetDevices"), {scannerHandle});
+    call("resetDevices", {scannerHandle});
     EXPECT_EQ(capture(frames(3)).size(), 6);
-    EXPECT_EQ(call(QStringLiteral("getProperty"), {scannerHandle, gain, QVariant()}), QVariant(5));
-    EXPECT_EQ(listed().value(QStringLiteral("connected")), QVariant(true));
+    EXPECT_EQ(call("getProperty", {scannerHandle, gain, QVariant()}), QVariant(5));
+    EXPECT_EQ(listed().value("connected"), QVariant(true));
 }
 
 TEST_F(ScannerLoss, AResetThatTheScannerRefusesLeavesItLost)
@@ -224,17 +209,16 @@ TEST_F(ScannerLoss, AResetThatTheScannerRefusesLeavesItLost)
     unplug();
     Simulator::setAttached(true);
     Simulator::script("ReconnectDevice", 1, {3, {}});
-    expectFails(ConnectFailed, QStringLiteral("The scanner refuses to reconnect"),
-                QStringLiteral("resetDevices"), {scannerHandle});
-    expectLost(QStringLiteral("project"), {scannerHandle, QStringLiteral("off")});
-    call(QStringLiteral("resetDevices"), {scannerHandle});
-    call(QStringLiteral("project"), {scannerHandle, QStringLiteral("off")});
+    expectFails(ConnectFailed, "The scanner refuses to reconnect", "resetDevices", {scannerHandle});
+    expectLost("project", {scannerHandle, "off"});
+    call("resetDevices", {scannerHandle});
+    call("project", {scannerHandle, "off"});
 }
 
 TEST_F(ScannerLoss, ALostScannerCanBeClosedAndOpenedWhenItIsBack)
 {
     unplug();
-    call(QStringLiteral("closeDevices"), {scannerHandle});
+    call("closeDevices", {scannerHandle});
     EXPECT_THROW(open(), KvSyncTool::Exception);
     Simulator::setAttached(true);
     open();

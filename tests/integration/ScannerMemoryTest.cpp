@@ -32,29 +32,25 @@ TEST(ScannerMemory, AScanThatKeepsNoImageNeedsTheMemoryOfAFewFrames)
 {
     Tessel3SyncSimulator::reset(Tessel3SyncSimulator::ScannerSetup());
     SyncCore core;
-    core.init(QStringLiteral("../../bin/Logic"), QStringLiteral("../../bin/Device"));
-    core.loadCommandPlugin(QStringLiteral("Scanner"), QVersionNumber(1, 0));
+    core.init("../../bin/Logic", "../../bin/Device");
+    core.loadCommandPlugin("Scanner", QVersionNumber(1, 0));
     const auto call = [&](const QString &function, const QVariantList &arguments) {
-        return core.execute(QStringLiteral("Scanner"), function, arguments, QVersionNumber(1, 0));
+        return core.execute("Scanner", function, arguments, QVersionNumber(1, 0));
     };
     qint64 bytes = 0;
     QObject::connect(&core, &SyncCore::sendSignals, &core,
                      [&](bool, const QString &, const QString &, const QVariantList &payload,
                          const QVersionNumber &) {
                          for (const QVariant &image : payload)
-                             bytes +=
-                                 image.toMap().value(QStringLiteral("data")).toByteArray().size();
+                             bytes += image.toMap().value("data").toByteArray().size();
                      });
 
     const int frames = framesAskedFor();
-    const QVariant handle =
-        call(QStringLiteral("openDevices"), {QVariantMap{{QStringLiteral("serial"), QString()}}});
-    call(QStringLiteral("captureImage"), {handle, QStringLiteral("scan"),
-                                          QVariantMap{{QStringLiteral("frames"), frames},
-                                                      {QStringLiteral("keep"), false},
-                                                      {QStringLiteral("periodMs"), 1},
-                                                      {QStringLiteral("timeoutMs"), 60000}}});
-    call(QStringLiteral("closeDevices"), {handle});
+    const QVariant handle = call("openDevices", {QVariantMap{{"serial", QString()}}});
+    call("captureImage",
+         {handle, "scan",
+          QVariantMap{{"frames", frames}, {"keep", false}, {"periodMs", 1}, {"timeoutMs", 60000}}});
+    call("closeDevices", {handle});
 
     EXPECT_EQ(bytes, qint64(frames) * 2 * 1280 * 1024); // of two cameras
     std::cout << frames << " frames, " << bytes / megabyte << " MiB; at most "

@@ -46,8 +46,8 @@ double roughness(const QByteArray &pixels, int width, int step, double mean)
 Look lookOf(const QVariant &image)
 {
     const QVariantMap map = image.toMap();
-    const QByteArray pixels = map.value(QStringLiteral("data")).toByteArray();
-    const int width = map.value(QStringLiteral("width")).toInt();
+    const QByteArray pixels = map.value("data").toByteArray();
+    const int width = map.value("width").toInt();
     double sum = 0.0;
     Look look{};
     for (const char pixel : pixels) {
@@ -89,14 +89,12 @@ protected:
         Simulator::reset(setup);
         open();
         // The strobe lights every scan.
-        call(QStringLiteral("setProperty"),
-             {scannerHandle, QStringLiteral("strobeDutyRatios"), QVariantList{0, 0, 0}});
+        call("setProperty", {scannerHandle, "strobeDutyRatios", QVariantList{0, 0, 0}});
     }
 
     static QVariantMap inLight(const QString &pattern, const QVariantMap &switches = {})
     {
-        return with(with(frames(1), QStringLiteral("pattern"), pattern), QStringLiteral("switch"),
-                    switches);
+        return with(with(frames(1), "pattern", pattern), "switch", switches);
     }
 
     Look scanned(const QString &pattern, const QVariantMap &switches = {})
@@ -107,10 +105,10 @@ protected:
 
 TEST_F(ScannerPattern, EachWordShowsWhatItSays)
 {
-    const Look off = scanned(QStringLiteral("off"));
-    const Look flat = scanned(QStringLiteral("flat"));
-    const Look speckle = scanned(QStringLiteral("speckle"));
-    const Look stripes = scanned(QStringLiteral("stripes"));
+    const Look off = scanned("off");
+    const Look flat = scanned("flat");
+    const Look speckle = scanned("speckle");
+    const Look stripes = scanned("stripes");
     for (const Look &lit : {flat, speckle, stripes})
         EXPECT_GT(lit.mean, off.mean + 20);
     // Flat light has no structure, speckle one in both directions, and stripes one across.
@@ -123,26 +121,26 @@ TEST_F(ScannerPattern, EachWordShowsWhatItSays)
 
 TEST_F(ScannerPattern, ProjectingShowsTheSameInAScanThatRuns)
 {
-    const Look flat = scanned(QStringLiteral("flat"));
-    execute(QStringLiteral("startScan"));
-    call(QStringLiteral("project"), {scannerHandle, QStringLiteral("flat")});
+    const Look flat = scanned("flat");
+    execute("startScan");
+    call("project", {scannerHandle, "flat"});
     // Four frames may have been on their way.
-    const std::size_t sofar = events(QStringLiteral("frameArrived")).size();
-    ASSERT_TRUE(waitForEvents(QStringLiteral("frameArrived"), sofar + 6));
-    execute(QStringLiteral("stopScan"));
-    const Look later = lookOf(events(QStringLiteral("frameArrived")).back().payload.value(0));
+    const std::size_t sofar = events("frameArrived").size();
+    ASSERT_TRUE(waitForEvents("frameArrived", sofar + 6));
+    execute("stopScan");
+    const Look later = lookOf(events("frameArrived").back().payload.value(0));
     EXPECT_NEAR(later.mean, flat.mean, 1.0);
     EXPECT_NEAR(later.alongRows, flat.alongRows, 0.02);
 }
 
 TEST_F(ScannerPattern, AScanByLaserAloneHasItsLightAndNoOther)
 {
-    const Look dark = scanned(QStringLiteral("off"));
+    const Look dark = scanned("off");
     for (const QString &laser : {QStringLiteral("infraredLaser"), QStringLiteral("blueLaser")})
         EXPECT_GT(scanned(QStringLiteral("off"), {{laser, true}}).brightest, dark.brightest + 50)
             << laser.toStdString();
     // What a scan switched on it switched off.
-    EXPECT_NEAR(scanned(QStringLiteral("off")).mean, dark.mean, 0.1);
+    EXPECT_NEAR(scanned("off").mean, dark.mean, 0.1);
 }
 
 TEST_F(ScannerPattern, AScanTakesTheStepsOfTheLinksOwnStart)
@@ -159,9 +157,7 @@ TEST_F(ScannerPattern, AScanTakesTheStepsOfTheLinksOwnStart)
 TEST_F(ScannerPattern, AnotherLightIsOnBeforeTheTrigger)
 {
     EXPECT_EQ(callsOf([this] {
-                  capture(with(
-                      inLight(QStringLiteral("stripes"), {{QStringLiteral("infraredLaser"), true}}),
-                      QStringLiteral("color"), true));
+                  capture(with(inLight("stripes", {{"infraredLaser", true}}), "color", true));
               }),
               (std::vector<std::string>{
                   "SetStrobeControlledByTrigger(device, 2, 4)", "SetDistanceIndicate(device, 3)",
@@ -175,13 +171,11 @@ TEST_F(ScannerPattern, AnotherLightIsOnBeforeTheTrigger)
 TEST_F(ScannerPattern, ATriggerThatTheHostLeftOnDeliversNoFrameInAnotherLight)
 {
     Simulator::setHostile(true);
-    call(QStringLiteral("project"), {scannerHandle, QStringLiteral("flat")});
-    call(QStringLiteral("setProperty"), {scannerHandle, QStringLiteral("periodMs"), 5});
-    call(QStringLiteral("setFlagBitInterface"), {scannerHandle, QStringLiteral("trigger"), true});
-    const QVariantList images =
-        capture(with(with(frames(3), QStringLiteral("pattern"), QStringLiteral("off")),
-                     QStringLiteral("periodMs"), 100));
-    const double dark = scanned(QStringLiteral("off")).mean;
+    call("project", {scannerHandle, "flat"});
+    call("setProperty", {scannerHandle, "periodMs", 5});
+    call("setFlagBitInterface", {scannerHandle, "trigger", true});
+    const QVariantList images = capture(with(with(frames(3), "pattern", "off"), "periodMs", 100));
+    const double dark = scanned("off").mean;
     for (const QVariant &image : images)
         EXPECT_NEAR(lookOf(image).mean, dark, 0.1);
 }
@@ -189,10 +183,8 @@ TEST_F(ScannerPattern, ATriggerThatTheHostLeftOnDeliversNoFrameInAnotherLight)
 TEST_F(ScannerPattern, AHostileScannerDeliversNoFrameInAnotherLightEither)
 {
     Simulator::setHostile(true);
-    call(QStringLiteral("setProperty"), {scannerHandle, QStringLiteral("periodMs"), 1});
-    const QVariantList images =
-        capture(with(with(frames(6), QStringLiteral("pattern"), QStringLiteral("off")),
-                     QStringLiteral("periodMs"), 20));
+    call("setProperty", {scannerHandle, "periodMs", 1});
+    const QVariantList images = capture(with(with(frames(6), "pattern", "off"), "periodMs", 20));
     ASSERT_EQ(images.size(), 12);
     const double dark = lookOf(images.last()).mean;
     for (const QVariant &image : images)
@@ -201,26 +193,23 @@ TEST_F(ScannerPattern, AHostileScannerDeliversNoFrameInAnotherLightEither)
 
 TEST_F(ScannerPattern, AStreamTakesThemToo)
 {
-    execute(QStringLiteral("startScan"),
-            {QVariantMap{{QStringLiteral("pattern"), QStringLiteral("off")}}});
-    ASSERT_TRUE(waitForEvents(QStringLiteral("frameArrived"), 1));
-    execute(QStringLiteral("stopScan"));
-    const QVariantMap first = events(QStringLiteral("frameArrived")).at(0).payload.value(0).toMap();
+    execute("startScan", {QVariantMap{{"pattern", "off"}}});
+    ASSERT_TRUE(waitForEvents("frameArrived", 1));
+    execute("stopScan");
+    const QVariantMap first = events("frameArrived").at(0).payload.value(0).toMap();
     EXPECT_EQ(libraryCalls("Project"),
               (std::vector<std::string>{"Project(device, 0)", "Project(device, 0)"}));
-    EXPECT_LT(lookOf(first).mean, scanned(QStringLiteral("flat")).mean - 20);
+    EXPECT_LT(lookOf(first).mean, scanned("flat").mean - 20);
 }
 
 TEST_F(ScannerPattern, WordsThatNoLightAnswersToAreRefusedBeforeTheScan)
 {
     Simulator::clearCalls();
-    expectThrows(FunctionNotExist,
-                 QStringLiteral("There is no pattern \"cross\", but off, flat, speckle, stripes"),
-                 [&] { capture(inLight(QStringLiteral("cross"))); });
-    expectThrows(FunctionNotExist,
-                 QStringLiteral("There is no laser \"trigger\", but infraredLaser, blueLaser"),
+    expectThrows(FunctionNotExist, "There is no pattern \"cross\", but off, flat, speckle, stripes",
+                 [&] { capture(inLight("cross")); });
+    expectThrows(FunctionNotExist, "There is no laser \"trigger\", but infraredLaser, blueLaser",
                  [&] {
-                     capture(inLight(QStringLiteral("off"), {{QStringLiteral("trigger"), true}}));
+                     capture(inLight("off", {{"trigger", true}}));
                  });
     EXPECT_TRUE(libraryCalls("EnableVideoTrigger").empty());
 }

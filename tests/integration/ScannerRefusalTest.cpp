@@ -23,7 +23,7 @@ void PrintTo(const Row &row, std::ostream *stream)
     *stream << row.name;
 }
 
-const QString ended = QStringLiteral("scanEnded");
+const QString ended = "scanEnded";
 
 } // namespace
 
@@ -45,8 +45,7 @@ protected:
     /// With a laser of its own, so that every step has to be taken.
     static QVariantMap parameters()
     {
-        return {{QStringLiteral("periodMs"), 5},
-                {QStringLiteral("switch"), QVariantMap{{QStringLiteral("blueLaser"), true}}}};
+        return {{"periodMs", 5}, {"switch", QVariantMap{{"blueLaser", true}}}};
     }
 
     /// Whether the scanner was told everything that lets it rest.
@@ -60,7 +59,7 @@ protected:
         EXPECT_EQ(libraryCalls("EnableBlueLaser").back(), "EnableBlueLaser(device, 0, false)");
     }
 
-    QVariantMap shortScan() const { return with(parameters(), QStringLiteral("frames"), 1); }
+    QVariantMap shortScan() const { return with(parameters(), "frames", 1); }
 };
 
 class ScannerStartRefusal : public ScannerRefusal
@@ -94,17 +93,17 @@ TEST_P(ScannerStartRefusal, FailsCaptureImageAtOnceAndLeavesTheScannerAtRest)
     expectRefusal([&] { capture(shortScan()); });
     expectAtRest();
     EXPECT_TRUE(events(ended).empty()); // no scan had begun
-    EXPECT_TRUE(events(QStringLiteral("frameArrived")).empty());
+    EXPECT_TRUE(events("frameArrived").empty());
     EXPECT_EQ(capture(shortScan()).size(), 2);
 }
 
 TEST_P(ScannerStartRefusal, FailsStartScanAtOnceAndLeavesTheScannerAtRest)
 {
-    expectRefusal([&] { execute(QStringLiteral("startScan"), {parameters()}); });
+    expectRefusal([&] { execute("startScan", {parameters()}); });
     expectAtRest();
     EXPECT_TRUE(events(ended).empty());
-    execute(QStringLiteral("startScan"), {parameters()});
-    EXPECT_TRUE(waitForEvents(QStringLiteral("frameArrived"), 1));
+    execute("startScan", {parameters()});
+    EXPECT_TRUE(waitForEvents("frameArrived", 1));
 }
 
 class ScannerStopRefusal : public ScannerRefusal
@@ -113,9 +112,8 @@ protected:
     void expectFailedEnd()
     {
         ASSERT_TRUE(waitForEvents(ended, 1));
-        EXPECT_EQ(lastOf(ended).value(QStringLiteral("reason")),
-                  QVariant(QStringLiteral("failed")));
-        EXPECT_EQ(lastOf(ended).value(QStringLiteral("text")), QVariant(GetParam().text));
+        EXPECT_EQ(lastOf(ended).value("reason"), QVariant("failed"));
+        EXPECT_EQ(lastOf(ended).value("text"), QVariant(GetParam().text));
     }
 };
 
@@ -135,24 +133,23 @@ TEST_P(ScannerStopRefusal, FailsCaptureImageOnceEveryOtherStepWasTaken)
     expectRefusal([&] { capture(shortScan()); });
     expectAtRest();
     expectFailedEnd();
-    EXPECT_EQ(events(QStringLiteral("frameArrived")).size(), 1u);
+    EXPECT_EQ(events("frameArrived").size(), 1u);
     EXPECT_EQ(capture(shortScan()).size(), 2); // the scanner may go on delivering to no one
 }
 
 TEST_P(ScannerStopRefusal, FailsStopScanOnceEveryOtherStepWasTaken)
 {
-    execute(QStringLiteral("startScan"), {parameters()});
-    expectRefusal([&] { execute(QStringLiteral("stopScan")); });
+    execute("startScan", {parameters()});
+    expectRefusal([&] { execute("stopScan"); });
     expectAtRest();
     expectFailedEnd();
-    EXPECT_EQ(execute(QStringLiteral("info")).toMap().value(QStringLiteral("scanning")),
-              QVariant(false));
+    EXPECT_EQ(execute("info").toMap().value("scanning"), QVariant(false));
 }
 
 TEST_P(ScannerStopRefusal, DoesNotKeepTheScannerFromClosing)
 {
-    execute(QStringLiteral("startScan"), {parameters()});
-    call(QStringLiteral("closeDevices"), {scannerHandle});
+    execute("startScan", {parameters()});
+    call("closeDevices", {scannerHandle});
     expectFailedEnd();
     open();
 }
@@ -166,11 +163,9 @@ TEST_F(ScannerEndOfScan, TheReasonOfAFailedScanGoesBeforeARefusalToStop)
     open();
     Simulator::setFaultPlan(R"({"faults": [{"everyFrame": 1, "drop": true},
         {"function": "EnableVideoTrigger", "call": 2, "status": 3}]})");
-    const QString silent =
-        QStringLiteral("The scanner fell silent: 0 of 1 frames came, then none for 50 ms");
-    expectThrows(CameraFailed, silent,
-                 [&] { capture(with(frames(1), QStringLiteral("timeoutMs"), 50)); });
-    EXPECT_EQ(lastOf(ended).value(QStringLiteral("text")), QVariant(silent));
+    const QString silent = "The scanner fell silent: 0 of 1 frames came, then none for 50 ms";
+    expectThrows(CameraFailed, silent, [&] { capture(with(frames(1), "timeoutMs", 50)); });
+    EXPECT_EQ(lastOf(ended).value("text"), QVariant(silent));
 }
 
 TEST_F(ScannerEndOfScan, AConnectionThatIsGoneWhenTheScanStopsWasLost)
@@ -181,6 +176,5 @@ TEST_F(ScannerEndOfScan, AConnectionThatIsGoneWhenTheScanStopsWasLost)
             Simulator::setAttached(false);
     };
     EXPECT_THROW(capture(frames(1)), KvSyncTool::Exception);
-    EXPECT_EQ(lastOf(ended).value(QStringLiteral("reason")),
-              QVariant(QStringLiteral("connectionLost")));
+    EXPECT_EQ(lastOf(ended).value("reason"), QVariant("connectionLost"));
 }

@@ -10,18 +10,15 @@ protected:
 
     QVariant get(const QString &name)
     {
-        return call(QStringLiteral("getProperty"), {scannerHandle, name, QVariant()});
+        return call("getProperty", {scannerHandle, name, QVariant()});
     }
 
     void set(const QString &name, const QVariant &value)
     {
-        call(QStringLiteral("setProperty"), {scannerHandle, name, value});
+        call("setProperty", {scannerHandle, name, value});
     }
 
-    void reset(const QString &name)
-    {
-        call(QStringLiteral("resetInterface"), {scannerHandle, name});
-    }
+    void reset(const QString &name) { call("resetInterface", {scannerHandle, name}); }
 };
 
 namespace {
@@ -39,24 +36,22 @@ struct Row
 };
 
 const Row rows[] = {
-    {QStringLiteral("camera1.exposureUs"), 1500.5, "SetCameraExposure(device, 1, 1500.5)",
-     "GetCameraExposure", QStringLiteral("us"), 1.0, 1000000.0},
-    {QStringLiteral("camera1.gain"), 65535, "SetCameraExposureAndGain(device, 1, 1500.5, 65535)",
+    {"camera1.exposureUs", 1500.5, "SetCameraExposure(device, 1, 1500.5)", "GetCameraExposure",
+     "us", 1.0, 1000000.0},
+    {"camera1.gain", 65535, "SetCameraExposureAndGain(device, 1, 1500.5, 65535)",
      "GetCameraExposureAndGain", QString(), 0, 65535},
-    {QStringLiteral("periodMs"), 7, "SetVideoTriggerPeriod(device, 7)", "GetVideoTriggerPeriod",
-     QStringLiteral("ms"), 1, 60000},
-    {QStringLiteral("projectorBrightness"), 11, "SetProjectorBrightness(device, 11)",
-     "GetProjectorBrightness", QStringLiteral("%"), 0, 100},
-    {QStringLiteral("projectorDutyRatio"), 12, "SetProjectDutioRatio(device, 12)",
-     "GetProjectDutioRatio", QStringLiteral("%"), 0, 100},
-    {QStringLiteral("strobeDutyRatios"), QVariantList{1, 2, 3},
-     "SetStrobeDutioRatio(device, 1, 2, 3)", "GetStrobeDutioRatio", QStringLiteral("%"), 0, 100},
-    {QStringLiteral("laserLineDutyRatio"), 13, "SetLaserLineDutioRatio(device, 13)",
-     "GetLaserLineDutioRatio", QStringLiteral("%"), 0, 100},
-    {QStringLiteral("infraredDutyRatio"), 14, "SetIRLaserDutioRatio(device, 14)",
-     "GetIRLaserDutioRatio", QStringLiteral("%"), 0, 100},
-    {QStringLiteral("distanceIndication"), 2, "SetDistanceIndicate(device, 2)", "", QString(), 0,
-     3},
+    {"periodMs", 7, "SetVideoTriggerPeriod(device, 7)", "GetVideoTriggerPeriod", "ms", 1, 60000},
+    {"projectorBrightness", 11, "SetProjectorBrightness(device, 11)", "GetProjectorBrightness", "%",
+     0, 100},
+    {"projectorDutyRatio", 12, "SetProjectDutioRatio(device, 12)", "GetProjectDutioRatio", "%", 0,
+     100},
+    {"strobeDutyRatios", QVariantList{1, 2, 3}, "SetStrobeDutioRatio(device, 1, 2, 3)",
+     "GetStrobeDutioRatio", "%", 0, 100},
+    {"laserLineDutyRatio", 13, "SetLaserLineDutioRatio(device, 13)", "GetLaserLineDutioRatio", "%",
+     0, 100},
+    {"infraredDutyRatio", 14, "SetIRLaserDutioRatio(device, 14)", "GetIRLaserDutioRatio", "%", 0,
+     100},
+    {"distanceIndication", 2, "SetDistanceIndicate(device, 2)", "", QString(), 0, 3},
 };
 
 std::string functionOf(const std::string &call)
@@ -80,21 +75,20 @@ TEST_F(ScannerSettings, EveryOneReachesTheScannerAndIsReadBack)
 
 TEST_F(ScannerSettings, EveryOneIsListedWithUnitRangeAndValue)
 {
-    const QVariantList list = get(QStringLiteral("list")).toList();
+    const QVariantList list = get("list").toList();
     EXPECT_EQ(list.size(), 3 + 3 + 7); // two for each of three cameras
     for (const Row &row : rows) {
         QVariantMap found;
         for (const QVariant &entry : list) {
-            if (entry.toMap().value(QStringLiteral("name")) == row.name)
+            if (entry.toMap().value("name") == row.name)
                 found = entry.toMap();
         }
-        EXPECT_EQ(found.value(QStringLiteral("unit")), QVariant(row.unit));
-        EXPECT_EQ(found.value(QStringLiteral("minimum")), row.minimum) << row.name.toStdString();
-        EXPECT_EQ(found.value(QStringLiteral("maximum")), row.maximum) << row.name.toStdString();
-        EXPECT_EQ(found.value(QStringLiteral("readable")), QVariant(!row.readBy.empty()));
-        EXPECT_EQ(found.value(QStringLiteral("count")),
-                  QVariant(row.value.type() == QVariant::List ? 3 : 1));
-        EXPECT_EQ(found.contains(QStringLiteral("value")), !row.readBy.empty());
+        EXPECT_EQ(found.value("unit"), QVariant(row.unit));
+        EXPECT_EQ(found.value("minimum"), row.minimum) << row.name.toStdString();
+        EXPECT_EQ(found.value("maximum"), row.maximum) << row.name.toStdString();
+        EXPECT_EQ(found.value("readable"), QVariant(!row.readBy.empty()));
+        EXPECT_EQ(found.value("count"), QVariant(row.value.type() == QVariant::List ? 3 : 1));
+        EXPECT_EQ(found.contains("value"), !row.readBy.empty());
     }
 }
 
@@ -123,30 +117,25 @@ TEST_F(ScannerSettings, EveryRefusalOfTheScannerIsTold)
 TEST_F(ScannerSettings, ValuesOutOfRangeDoNotReachTheScanner)
 {
     Simulator::clearCalls();
-    const QString whole = QStringLiteral("The setting \"camera0.gain\" must be a whole number from "
-                                         "0 to 65535, not %1");
+    const QString whole = "The setting \"camera0.gain\" must be a whole number from "
+                          "0 to 65535, not %1";
     const std::pair<QVariant, QString> gains[] = {
-        {-1, QStringLiteral("-1")},
-        {65536, QStringLiteral("65536")},
-        {1.5, QStringLiteral("1.5")},
-        {QStringLiteral("loud"), QStringLiteral("\"loud\"")},
-        {QVariant(), QStringLiteral("nothing")},
+        {-1, "-1"}, {65536, "65536"}, {1.5, "1.5"}, {"loud", "\"loud\""}, {QVariant(), "nothing"},
     };
     for (const auto &[value, shown] : gains)
         expectThrows(InvalidParameter, whole.arg(shown),
-                     [&, gain = value] { set(QStringLiteral("camera0.gain"), gain); });
+                     [&, gain = value] { set("camera0.gain", gain); });
     expectThrows(InvalidParameter,
-                 QStringLiteral("The setting \"camera0.exposureUs\" must be a number from 1 to "
-                                "1000000, not 0.5"),
-                 [&] { set(QStringLiteral("camera0.exposureUs"), 0.5); });
+                 "The setting \"camera0.exposureUs\" must be a number from 1 to "
+                 "1000000, not 0.5",
+                 [&] { set("camera0.exposureUs", 0.5); });
+    expectThrows(InvalidParameter, "The setting \"strobeDutyRatios\" must be a list of 3 numbers",
+                 [&] { set("strobeDutyRatios", 5); });
     expectThrows(InvalidParameter,
-                 QStringLiteral("The setting \"strobeDutyRatios\" must be a list of 3 numbers"),
-                 [&] { set(QStringLiteral("strobeDutyRatios"), 5); });
-    expectThrows(InvalidParameter,
-                 QStringLiteral("The setting \"strobeDutyRatios\" must be a whole number from 0 to "
-                                "100, not 101"),
+                 "The setting \"strobeDutyRatios\" must be a whole number from 0 to "
+                 "100, not 101",
                  [&] {
-                     set(QStringLiteral("strobeDutyRatios"), QVariantList{1, 101, 3});
+                     set("strobeDutyRatios", QVariantList{1, 101, 3});
                  });
     EXPECT_TRUE(Simulator::calls().empty());
 }
@@ -166,29 +155,28 @@ TEST_F(ScannerSettings, UnknownNamesAreTold)
 
 TEST_F(ScannerSettings, ACameraThatIsNotThereIsRefusedByTheScanner)
 {
-    expectThrows(DeviceOperationFailed,
-                 QStringLiteral("The scanner does not give the setting \"camera3.gain\""),
-                 [&] { get(QStringLiteral("camera3.gain")); });
+    expectThrows(DeviceOperationFailed, "The scanner does not give the setting \"camera3.gain\"",
+                 [&] { get("camera3.gain"); });
 }
 
 TEST_F(ScannerSettings, WhatCannotBeReadSaysSo)
 {
     expectThrows(FunctionNotExist,
-                 QStringLiteral("The setting \"distanceIndication\" can be written, but not read"),
-                 [&] { get(QStringLiteral("distanceIndication")); });
+                 "The setting \"distanceIndication\" can be written, but not read",
+                 [&] { get("distanceIndication"); });
 }
 
 TEST_F(ScannerSettings, AGainIsWrittenWithTheExposureThatStands)
 {
-    set(QStringLiteral("camera0.exposureUs"), 1234.0);
-    set(QStringLiteral("camera0.gain"), 9);
-    EXPECT_EQ(get(QStringLiteral("camera0.exposureUs")), QVariant(1234.0));
-    EXPECT_EQ(get(QStringLiteral("camera0.gain")), QVariant(9));
+    set("camera0.exposureUs", 1234.0);
+    set("camera0.gain", 9);
+    EXPECT_EQ(get("camera0.exposureUs"), QVariant(1234.0));
+    EXPECT_EQ(get("camera0.gain"), QVariant(9));
 }
 
 TEST_F(ScannerSettings, AResetRestoresWhatWasThereBeforeTheFirstChange)
 {
-    const QString name = QStringLiteral("projectorBrightness");
+    const QString name = "projectorBrightness";
     const QVariant before = get(name);
     set(name, 1);
     set(name, 2);
@@ -198,27 +186,27 @@ TEST_F(ScannerSettings, AResetRestoresWhatWasThereBeforeTheFirstChange)
 
 TEST_F(ScannerSettings, AResetOfAllRestoresEveryOne)
 {
-    const QVariant before = get(QStringLiteral("list"));
+    const QVariant before = get("list");
     for (const Row &row : rows)
         set(row.name, row.value);
-    ASSERT_NE(get(QStringLiteral("list")), before);
-    reset(QStringLiteral("settings"));
-    EXPECT_EQ(get(QStringLiteral("list")), before);
+    ASSERT_NE(get("list"), before);
+    reset("settings");
+    EXPECT_EQ(get("list"), before);
 }
 
 TEST_F(ScannerSettings, AResetOfWhatWasNeverChangedDoesNothing)
 {
     Simulator::clearCalls();
-    reset(QStringLiteral("periodMs"));
+    reset("periodMs");
     EXPECT_TRUE(Simulator::calls().empty());
 }
 
 TEST_F(ScannerSettings, ANewlyOpenedScannerHasNothingToRestore)
 {
-    set(QStringLiteral("periodMs"), 9);
-    call(QStringLiteral("closeDevices"), {scannerHandle});
+    set("periodMs", 9);
+    call("closeDevices", {scannerHandle});
     open();
     Simulator::clearCalls();
-    reset(QStringLiteral("settings"));
+    reset("settings");
     EXPECT_TRUE(Simulator::calls().empty());
 }

@@ -13,19 +13,14 @@ protected:
 
     QVariantList snap(const QVariantMap &parameters = {})
     {
-        return call(QStringLiteral("captureImage"),
-                    {scannerHandle, QStringLiteral("color"), parameters})
-            .toList();
+        return call("captureImage", {scannerHandle, "color", parameters}).toList();
     }
 
-    QVariant read(const QVariant &address)
-    {
-        return execute(QStringLiteral("readUserInformation"), {address});
-    }
+    QVariant read(const QVariant &address) { return execute("readUserInformation", {address}); }
 
     QVariant write(const QVariant &address, const QVariant &text)
     {
-        return execute(QStringLiteral("writeUserInformation"), {address, text});
+        return execute("writeUserInformation", {address, text});
     }
 };
 
@@ -35,18 +30,18 @@ TEST_F(ScannerStore, ASnapshotBringsEveryPlaneOfTheColorCamera)
     ASSERT_EQ(planes.size(), 3);
     for (int place = 0; place < planes.size(); ++place) {
         const QVariantMap plane = planes.at(place).toMap();
-        EXPECT_EQ(plane.value(QStringLiteral("camera")), QVariant(place));
-        EXPECT_EQ(plane.value(QStringLiteral("width")), QVariant(160));
-        EXPECT_EQ(plane.value(QStringLiteral("height")), QVariant(128));
-        EXPECT_EQ(plane.value(QStringLiteral("bitDepth")), QVariant(8));
-        EXPECT_EQ(plane.value(QStringLiteral("data")).toByteArray().size(), 160 * 128);
+        EXPECT_EQ(plane.value("camera"), QVariant(place));
+        EXPECT_EQ(plane.value("width"), QVariant(160));
+        EXPECT_EQ(plane.value("height"), QVariant(128));
+        EXPECT_EQ(plane.value("bitDepth"), QVariant(8));
+        EXPECT_EQ(plane.value("data").toByteArray().size(), 160 * 128);
     }
 }
 
 TEST_F(ScannerStore, ASnapshotTakesTheRouteAskedForOrThatOfAScan)
 {
     snap();
-    snap({{QStringLiteral("route"), 1}});
+    snap({{"route", 1}});
     const auto calls = libraryCalls("SnapColorImage");
     ASSERT_EQ(calls.size(), 2u);
     EXPECT_EQ(calls[0], "SnapColorImage(device, 0, 0, 2)");
@@ -56,19 +51,17 @@ TEST_F(ScannerStore, ASnapshotTakesTheRouteAskedForOrThatOfAScan)
 TEST_F(ScannerStore, ASnapshotThatIsRefusedOrAskedForWronglyIsTold)
 {
     Simulator::script("SnapColorImage", 1, {3, {}});
-    expectThrows(CameraFailed, QStringLiteral("The scanner refuses a color snapshot"),
-                 [&] { snap(); });
-    expectThrows(InvalidParameter,
-                 QStringLiteral("\"route\" must be a whole number from 0 to 255, not 256"), [&] {
-                     snap({{QStringLiteral("route"), 256}});
-                 });
+    expectThrows(CameraFailed, "The scanner refuses a color snapshot", [&] { snap(); });
+    expectThrows(InvalidParameter, "\"route\" must be a whole number from 0 to 255, not 256", [&] {
+        snap({{"route", 256}});
+    });
 }
 
 TEST_F(ScannerStore, UserInformationIsReadBackByAddress)
 {
     const LocaleCodec utf8("UTF-8");
-    EXPECT_FALSE(write(3, QStringLiteral("Größe 大")).isValid());
-    EXPECT_EQ(read(3), QVariant(QStringLiteral("Größe 大")));
+    EXPECT_FALSE(write(3, "Größe 大").isValid());
+    EXPECT_EQ(read(3), QVariant("Größe 大"));
     EXPECT_EQ(read(4), QVariant(QString()));
 }
 
@@ -78,7 +71,7 @@ TEST_F(ScannerStore, UserInformationHoldsUpTo511BytesInUtf8)
     const QString longest(511, QLatin1Char('x'));
     write(0, longest);
     EXPECT_EQ(read(0), QVariant(longest));
-    const QString text = QStringLiteral("User information is longer than 511 bytes in UTF-8");
+    const QString text = "User information is longer than 511 bytes in UTF-8";
     expectThrows(InvalidParameter, text, [&] { write(0, QString(512, QLatin1Char('x'))); });
     expectThrows(InvalidParameter, text, [&] { write(0, QString(300, QChar(0xe9))); });
     EXPECT_EQ(read(0), QVariant(longest));
@@ -87,37 +80,31 @@ TEST_F(ScannerStore, UserInformationHoldsUpTo511BytesInUtf8)
 TEST_F(ScannerStore, UserInformationThatTheLocalEncodingLacksIsNotWritten)
 {
     const LocaleCodec latin1("ISO-8859-1");
-    expectThrows(InvalidParameter,
-                 QStringLiteral("The text has characters that the local encoding lacks"),
-                 [&] { write(0, QStringLiteral("大")); });
+    expectThrows(InvalidParameter, "The text has characters that the local encoding lacks",
+                 [&] { write(0, "大"); });
     EXPECT_TRUE(libraryCalls("WriteUserInfomation").empty());
 }
 
 TEST_F(ScannerStore, UserInformationThatCannotBeUsedIsTold)
 {
-    const QString address =
-        QStringLiteral("The address must be a whole number from 0 to 2147483647, not %1");
-    expectThrows(InvalidParameter, address.arg(QStringLiteral("-1")), [&] { read(-1); });
-    expectThrows(InvalidParameter, address.arg(QStringLiteral("nothing")),
-                 [&] { execute(QStringLiteral("readUserInformation")); });
-    expectThrows(InvalidParameter, address.arg(QStringLiteral("\"x\"")),
-                 [&] { write(QStringLiteral("x"), QStringLiteral("text")); });
-    expectThrows(InvalidParameter, QStringLiteral("User information must be a text, not nothing"),
-                 [&] { execute(QStringLiteral("writeUserInformation"), {0}); });
+    const QString address = "The address must be a whole number from 0 to 2147483647, not %1";
+    expectThrows(InvalidParameter, address.arg("-1"), [&] { read(-1); });
+    expectThrows(InvalidParameter, address.arg("nothing"), [&] { execute("readUserInformation"); });
+    expectThrows(InvalidParameter, address.arg("\"x\""), [&] { write("x", "text"); });
+    expectThrows(InvalidParameter, "User information must be a text, not nothing",
+                 [&] { execute("writeUserInformation", {0}); });
     expectThrows(DeviceOperationFailed,
-                 QStringLiteral("The scanner refuses to read user information at address 256"),
-                 [&] { read(256); });
+                 "The scanner refuses to read user information at address 256", [&] { read(256); });
     expectThrows(DeviceOperationFailed,
-                 QStringLiteral("The scanner refuses to write user information at address 256"),
-                 [&] { write(256, QStringLiteral("text")); });
+                 "The scanner refuses to write user information at address 256",
+                 [&] { write(256, "text"); });
 }
 
 TEST_F(ScannerStore, TheSimulatedTurntableTurnsToAnAngleOrByOne)
 {
     const auto rotate = [this](double degrees, bool isRelative) {
-        call(QStringLiteral("turntableRotate"),
-             {scannerHandle, QStringLiteral("simulator"),
-              QVariantMap{{QStringLiteral("degrees"), degrees}}, isRelative});
+        call("turntableRotate",
+             {scannerHandle, "simulator", QVariantMap{{"degrees", degrees}}, isRelative});
     };
     rotate(30.0, false);
     EXPECT_EQ(Simulator::turntableAngle(), 30.0);
@@ -129,17 +116,13 @@ TEST_F(ScannerStore, TheSimulatedTurntableTurnsToAnAngleOrByOne)
 
 TEST_F(ScannerStore, ATurntableThatCannotTurnIsTold)
 {
-    const QString function = QStringLiteral("turntableRotate");
-    expectFails(FunctionNotExist,
-                QStringLiteral("There is no turntable \"kitchen\", but simulator"), function,
-                {scannerHandle, QStringLiteral("kitchen"), QVariantMap(), false});
-    expectFails(
-        InvalidParameter,
-        QStringLiteral("\"degrees\" must be a number from -3600000 to 3600000, not nothing"),
-        function, {scannerHandle, QStringLiteral("simulator"), QVariantMap(), false});
-    Simulator::setTurntableAngle(3600000.0);
+    const QString function = "turntableRotate";
+    expectFails(FunctionNotExist, "There is no turntable \"kitchen\", but simulator", function,
+                {scannerHandle, "kitchen", QVariantMap(), false});
     expectFails(InvalidParameter,
-                QStringLiteral("The turntable refuses an angle of 3600001 degrees"), function,
-                {scannerHandle, QStringLiteral("simulator"),
-                 QVariantMap{{QStringLiteral("degrees"), 1}}, true});
+                "\"degrees\" must be a number from -3600000 to 3600000, not nothing", function,
+                {scannerHandle, "simulator", QVariantMap(), false});
+    Simulator::setTurntableAngle(3600000.0);
+    expectFails(InvalidParameter, "The turntable refuses an angle of 3600001 degrees", function,
+                {scannerHandle, "simulator", QVariantMap{{"degrees", 1}}, true});
 }

@@ -5,22 +5,21 @@
 #include <stdexcept>
 
 using namespace KvSyncTest;
-namespace Simulator = Tessel3SyncSimulator;
 
 class ScannerStream : public ScannerHost
 {
 protected:
     ScannerStream() { open(); }
 
-    const QString arrived = QStringLiteral("frameArrived");
+    const QString arrived = "frameArrived";
 };
 
 TEST_F(ScannerStream, FramesArriveAsEventsUntilStopped)
 {
-    execute(QStringLiteral("startScan"));
+    execute("startScan");
     ASSERT_TRUE(waitForEvents(arrived, 3));
-    const QVariantMap account = execute(QStringLiteral("stopScan")).toMap();
-    EXPECT_GE(account.value(QStringLiteral("delivered")).toInt(), 3);
+    const QVariantMap account = execute("stopScan").toMap();
+    EXPECT_GE(account.value("delivered").toInt(), 3);
     EXPECT_EQ(events(arrived).at(0).payload.size(), 2);
     EXPECT_EQ(libraryCalls("SetScanCallBackFunction").back(),
               "SetScanCallBackFunction(device, null, null)");
@@ -28,23 +27,23 @@ TEST_F(ScannerStream, FramesArriveAsEventsUntilStopped)
 
 TEST_F(ScannerStream, ItsAccountTellsWhatTheHostMissed)
 {
-    execute(QStringLiteral("startScan"));
+    execute("startScan");
     ASSERT_TRUE(waitForEvents(arrived, 5));
-    const QVariantMap account = execute(QStringLiteral("stopScan")).toMap();
-    call(QStringLiteral("closeDevices"), {scannerHandle});
+    const QVariantMap account = execute("stopScan").toMap();
+    call("closeDevices", {scannerHandle});
     const auto caught = events(arrived);
-    const int last = lastOf(arrived).value(QStringLiteral("frame")).toInt();
-    EXPECT_EQ(account.value(QStringLiteral("delivered")), QVariant(int(caught.size())));
-    EXPECT_GE(account.value(QStringLiteral("produced")).toInt(), last);
-    EXPECT_EQ(account.value(QStringLiteral("frames")), QVariant(0));
+    const int last = lastOf(arrived).value("frame").toInt();
+    EXPECT_EQ(account.value("delivered"), QVariant(int(caught.size())));
+    EXPECT_GE(account.value("produced").toInt(), last);
+    EXPECT_EQ(account.value("frames"), QVariant(0));
     EXPECT_TRUE(balances(account));
 }
 
 TEST_F(ScannerStream, EventsComeOnAThreadOfThePluginsOwn)
 {
-    execute(QStringLiteral("startScan"));
+    execute("startScan");
     ASSERT_TRUE(waitForEvents(arrived, 1));
-    execute(QStringLiteral("stopScan"));
+    execute("stopScan");
     EXPECT_NE(events(arrived).at(0).thread, std::this_thread::get_id());
 }
 
@@ -54,12 +53,12 @@ TEST_F(ScannerStream, ASlotMayStopIt)
     reaction = [&](const ReceivedEvent &event) {
         if (event.name != arrived)
             return;
-        execute(QStringLiteral("stopScan"));
+        execute("stopScan");
         stopped.set_value();
     };
-    execute(QStringLiteral("startScan"));
+    execute("startScan");
     stopped.get_future().wait();
-    call(QStringLiteral("closeDevices"), {scannerHandle});
+    call("closeDevices", {scannerHandle});
     EXPECT_EQ(events(arrived).size(), 1u);
 }
 
@@ -69,10 +68,10 @@ TEST_F(ScannerStream, ASlotMayCloseTheScanner)
     reaction = [&](const ReceivedEvent &event) {
         if (event.name != arrived)
             return;
-        call(QStringLiteral("closeDevices"), {scannerHandle});
+        call("closeDevices", {scannerHandle});
         closed.set_value();
     };
-    execute(QStringLiteral("startScan"));
+    execute("startScan");
     closed.get_future().wait();
     open();
 }
@@ -85,7 +84,7 @@ TEST_F(ScannerStream, WhatASlotThrowsIsLoggedWhateverItIsAndTheScanGoesOn)
             return;
         switch (count++) {
         case 0:
-            throw KvSyncTool::Exception(CameraFailed, QStringLiteral("slot"));
+            throw KvSyncTool::Exception(CameraFailed, "slot");
         case 1:
             throw std::runtime_error("standard");
         case 2:
@@ -95,58 +94,53 @@ TEST_F(ScannerStream, WhatASlotThrowsIsLoggedWhateverItIsAndTheScanGoesOn)
         }
     };
     LogCapture log;
-    execute(QStringLiteral("startScan"));
+    execute("startScan");
     ASSERT_TRUE(waitForEvents(arrived, 5));
-    call(QStringLiteral("closeDevices"), {scannerHandle});
-    const QString threw = QStringLiteral("A slot of a Scanner event threw: ");
+    call("closeDevices", {scannerHandle});
+    const QString threw = "A slot of a Scanner event threw: ";
     EXPECT_EQ(log.lines(Channel::QtCritical),
-              (std::vector<LogLine>{
-                  criticalLine(threw + QStringLiteral("slot")),
-                  criticalLine(threw + QStringLiteral("standard")),
-                  criticalLine(threw + QStringLiteral("something that is no exception"))}));
+              (std::vector<LogLine>{criticalLine(threw + "slot"), criticalLine(threw + "standard"),
+                                    criticalLine(threw + "something that is no exception")}));
 }
 
 TEST_F(ScannerStream, NoEventComesAfterTheScannerWasClosed)
 {
-    execute(QStringLiteral("startScan"));
+    execute("startScan");
     ASSERT_TRUE(waitForEvents(arrived, 1));
-    call(QStringLiteral("closeDevices"), {scannerHandle});
+    call("closeDevices", {scannerHandle});
     const std::size_t atTheEnd = events(arrived).size();
     open();
-    call(QStringLiteral("closeDevices"), {scannerHandle});
+    call("closeDevices", {scannerHandle});
     EXPECT_EQ(events(arrived).size(), atTheEnd);
 }
 
 TEST_F(ScannerStream, TakesTheParametersOfAScan)
 {
-    execute(QStringLiteral("startScan"),
-            {QVariantMap{{QStringLiteral("periodMs"), 4}, {QStringLiteral("color"), true}}});
+    execute("startScan", {QVariantMap{{"periodMs", 4}, {"color", true}}});
     ASSERT_TRUE(waitForEvents(arrived, 1));
-    execute(QStringLiteral("stopScan"));
+    execute("stopScan");
     EXPECT_EQ(events(arrived).at(0).payload.size(), 3);
     EXPECT_EQ(libraryCalls("SetVideoTriggerPeriod").back(), "SetVideoTriggerPeriod(device, 4)");
-    expectThrows(
-        InvalidParameter,
-        QStringLiteral("\"periodMs\" must be a whole number from 1 to 60000, not 0"), [&] {
-            execute(QStringLiteral("startScan"), {QVariantMap{{QStringLiteral("periodMs"), 0}}});
-        });
+    expectThrows(InvalidParameter, "\"periodMs\" must be a whole number from 1 to 60000, not 0",
+                 [&] {
+                     execute("startScan", {QVariantMap{{"periodMs", 0}}});
+                 });
 }
 
 TEST_F(ScannerStream, ASecondOneIsRefusedAndLeavesTheFirstRunning)
 {
-    execute(QStringLiteral("startScan"));
-    expectThrows(CameraFailed, QStringLiteral("A scan is running already"),
-                 [&] { execute(QStringLiteral("startScan")); });
+    execute("startScan");
+    expectThrows(CameraFailed, "A scan is running already", [&] { execute("startScan"); });
     EXPECT_TRUE(waitForEvents(arrived, 3));
-    execute(QStringLiteral("stopScan"));
+    execute("stopScan");
 }
 
 TEST_F(ScannerStream, StoppingWithoutAScanCountsNothing)
 {
-    const QVariantMap account = execute(QStringLiteral("stopScan")).toMap();
-    EXPECT_EQ(account.value(QStringLiteral("delivered")), QVariant(0));
-    EXPECT_EQ(account.value(QStringLiteral("produced")), QVariant(0));
-    EXPECT_TRUE(events(QStringLiteral("scanEnded")).empty());
+    const QVariantMap account = execute("stopScan").toMap();
+    EXPECT_EQ(account.value("delivered"), QVariant(0));
+    EXPECT_EQ(account.value("produced"), QVariant(0));
+    EXPECT_TRUE(events("scanEnded").empty());
 }
 
 TEST_F(ScannerStream, ASlowHostLosesFramesAndNothingElse)
@@ -159,20 +153,18 @@ TEST_F(ScannerStream, ASlowHostLosesFramesAndNothingElse)
         if (event.name == arrived)
             released.wait(lock, [&] { return mayGoOn; });
     };
-    execute(QStringLiteral("startScan"));
+    execute("startScan");
     ASSERT_TRUE(waitForEvents(arrived, 1));
     // While the slot holds the first, the library is never kept waiting and delivers on.
-    const long long before = Simulator::account().delivered;
-    while (Simulator::account().delivered < before + 20)
-        std::this_thread::yield();
+    awaitDeliveries(20);
     {
         const std::lock_guard<std::mutex> lock(gate);
         mayGoOn = true;
     }
     released.notify_all();
     ASSERT_TRUE(waitForEvents(arrived, 15));
-    const QVariantMap account = execute(QStringLiteral("stopScan")).toMap();
-    EXPECT_GE(droppedBy(account, QStringLiteral("hostSlow")), 10);
+    const QVariantMap account = execute("stopScan").toMap();
+    EXPECT_GE(droppedBy(account, "hostSlow"), 10);
     EXPECT_TRUE(balances(account));
-    call(QStringLiteral("closeDevices"), {scannerHandle}); // while the slot's gate is there
+    call("closeDevices", {scannerHandle}); // while the slot's gate is there
 }
