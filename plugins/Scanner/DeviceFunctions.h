@@ -30,8 +30,8 @@ public:
     virtual void project(const QString &pattern) = 0;
     /// "scan" or "color"; returns one map per image.
     virtual QVariantList capture(const QString &kind, const QVariantMap &parameters) = 0;
-    /// Turns an axis to an angle, or by an angle, and returns when it stands still.
-    virtual void rotate(const QString &axis, const QVariantMap &parameters, bool isRelative) = 0;
+    /// Turns the named axis to an angle, or by an angle, and returns when it stands still.
+    virtual void rotate(const QString &name, const QVariantMap &parameters, bool isRelative) = 0;
     /// "commands" lists the others.
     virtual QVariant execute(const QString &command, const QVariantList &arguments) = 0;
 };

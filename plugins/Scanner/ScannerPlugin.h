@@ -6,19 +6,21 @@
 
 #include <KvSyncCore/CommandInterface.h>
 
-/// A scanner service over the core's DeviceController: the command plug-in "Scanner", version 1.0.
-/// It serves the scanner of the direct link (handle 1) and the devices of device plug-ins (their
-/// handles are the core's) with the same functions; DeviceFunctions says what they do, and
-/// README.md what their names and parameters are for each.
+/// The scanner service over the core's DeviceController: the command plug-in "Scanner",
+/// version 1.0. It serves the scanner of the direct link (handle 1) and the devices of device
+/// plug-ins (their handles are the core's) with the same functions; DeviceFunctions says what they
+/// do, and README.md what their names and parameters are for each.
 ///
 /// Failures are KvSyncTool::Exception. Any thread may call, several at once; one scan runs on a
 /// device at a time. Events, by signal name and payload:
 ///
-///   frameArrived   one map {"camera", "frame", "width", "height", "bitDepth", "data", "timeMs"} an
+///   frameArrived   one map {"camera", "frame", "width", "height", "bitDepth", "data", "timeMs"}
+///   per
 ///                  image
 ///   progress       the account so far, after each frame of captureImage: see FrameAccount
 ///   scanEnded      {"reason", "text", "account"}: complete, stopped, connectionLost or failed
-///   statusChanged  {"first", "second"}: the scanner's two status bytes
+///   statusChanged  {"first", "second"}: the scanner's two status bytes; {"dropped"} if so many
+///                  before it were dropped, since the host's slots are slow
 ///
 /// The last only from the direct link. Those of captureImage come on the thread that called it, all
 /// others on a thread of the plug-in's own, where what a slot throws is logged, as it is for
@@ -36,8 +38,7 @@ public:
     /// One map for the scanner of the direct link, if it is open or can be opened: {"serial",
     /// "connected" (open, and its connection not lost), "present" (it responds), "cameras",
     /// "fastUsb"} and, if it is open, {"handle"}. Then one for each open device of a device
-    /// plug-in:
-    /// {"plugin", "version", "index", "name", "types", "handle"}.
+    /// plug-in: {"plugin", "version", "index", "name", "types", "handle"}.
     QVariantList getRunningDevList() override;
     /// {"serial": text}: the scanner of the direct link; an empty text takes the one that is there.
     /// {"plugin": text, "version": text, "index": number}: a device of a device plug-in.

@@ -3,7 +3,7 @@
 
 #include "KvSyncTool/ErrorCode.h"
 
-// A plug-in may answer with codes of its own: the core hands them to the caller unchanged. These
+// A plug-in may return codes of its own: the core hands them to the caller unchanged. These
 // use a group byte (0xF0) that the core's table leaves free.
 namespace VirtualScanner {
 
@@ -31,7 +31,7 @@ constexpr ErrorCode AxisMoving = codeOf(16);       ///< waitMotorStop or stopMot
 constexpr ErrorCode ChannelBusy = codeOf(17);      ///< another caller holds the command channel
 constexpr ErrorCode ChannelNotLocked = codeOf(18); ///< not locked, or by another caller
 constexpr ErrorCode UnknownCommand = codeOf(19);
-constexpr ErrorCode NoAnswer = codeOf(20);         ///< no command of that kind was answered
+constexpr ErrorCode NoAnswer = codeOf(20);         ///< there is no answer to a command of that kind
 constexpr ErrorCode BadFirewareImage = codeOf(21); ///< not an image of this controller
 constexpr ErrorCode DeviceInUse = codeOf(22);      ///< another handle is connected with the device
 constexpr ErrorCode NoThread = codeOf(23);         ///< the system has no thread for the stream

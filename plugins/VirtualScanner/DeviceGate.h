@@ -20,7 +20,7 @@ using Values = QMap<QString, QVariant>;
 
 /// What every operation of a device passes: the device's lock, its connection, and its end.
 ///
-/// The core calls from any thread and holds no lock, so a device serialises its own operations.
+/// The core calls from any thread and holds no lock, so a device serializes its own operations.
 /// One mutex a device does it; an operation that waits gives the mutex up meanwhile. A lost
 /// connection ends every wait for good, even if another connection follows at once.
 class DeviceGate
@@ -47,7 +47,7 @@ public:
         const quint64 lossesAtEntry;
     };
 
-    /// Runs `body` with the connected device locked, or answers why it must not run.
+    /// Runs `body` with the connected device locked, or returns why it must not run.
     template <typename Body>
     ErrorCode run(const char *operation, Body body)
     {
@@ -63,7 +63,7 @@ public:
         return refusal == Success ? body(call) : refusal;
     }
 
-    /// For the operation that connects. The gate stands open once `body` answered `Success`.
+    /// For the operation that connects. The gate stands open once `body` returned `Success`.
     template <typename Body>
     ErrorCode connect(const char *operation, Body body)
     {
@@ -115,7 +115,7 @@ public:
     void close();
 
     /// Asked before every operation and step, with the device locked; it may wait. Anything but
-    /// `Success` is the answer in the operation's place. Set while the device is made.
+    /// `Success` is returned in the operation's place. Set while the device is made.
     using Inspector = std::function<ErrorCode(Call &call, const QString &operation)>;
     void setInspector(Inspector asked);
     /// How many calls are inside.

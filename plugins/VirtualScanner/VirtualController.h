@@ -9,13 +9,13 @@ namespace VirtualScanner {
 
 /// The controller capability.
 ///
-/// Commands are ASCII words. ControlCommand: "ping" answers "pong", "reset" forgets the settings
-/// and answers "done". QueryCommand: "version" answers the firmware's, "get NAME" a setting.
-/// ConfigurationCommand: "set NAME VALUE" answers "done". readCommand gives the last answer of that
+/// Commands are ASCII words. ControlCommand: "ping" gives "pong", "reset" forgets the settings
+/// and gives "done". QueryCommand: "version" gives the firmware's, "get NAME" a setting.
+/// ConfigurationCommand: "set NAME VALUE" gives "done". readCommand returns the last answer of that
 /// kind once.
 ///
 /// A caller is a thread. While one holds the channel, the operations of the channel and firmware
-/// updates of every other answer ChannelBusy at once. A thread that ends with the channel locked
+/// updates of every other return ChannelBusy at once. A thread that ends with the channel locked
 /// leaves it so, until the device is lost. A lost device keeps its firmware and nothing else.
 class VirtualController : public ControllerSpace::ControllerInterface
 {

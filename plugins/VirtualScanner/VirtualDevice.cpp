@@ -8,41 +8,41 @@ namespace VirtualScanner {
 
 namespace {
 
-std::atomic<quint32> takenPlaces{0};
+std::atomic<quint32> claimed{0};
 
 } // namespace
 
-Seat::Seat(int placeIndex)
-    : place(quint32(1) << placeIndex)
+HardwareClaim::HardwareClaim(int index)
+    : bit(quint32(1) << index)
 {
 }
 
-Seat::~Seat()
+HardwareClaim::~HardwareClaim()
 {
-    leave();
+    release();
 }
 
-bool Seat::take()
+bool HardwareClaim::claim()
 {
-    if (!isTaken)
-        isTaken = (takenPlaces.fetch_or(place) & place) == 0;
-    return isTaken;
+    if (!isClaimed)
+        isClaimed = (claimed.fetch_or(bit) & bit) == 0;
+    return isClaimed;
 }
 
-void Seat::leave()
+void HardwareClaim::release()
 {
-    if (isTaken)
-        takenPlaces.fetch_and(~place);
-    isTaken = false;
+    if (isClaimed)
+        claimed.fetch_and(~bit);
+    isClaimed = false;
 }
 
 VirtualDevice::VirtualDevice(int index, const QString &name, BaseDeviceSpace::DeviceTypes types)
     : ownIndex(index)
     , deviceName(name)
     , deviceTypes(types)
-    , seat(index)
+    , hardware(index)
 {
-    deviceGate.onLoss([this] { seat.leave(); });
+    deviceGate.onLoss([this] { hardware.release(); });
     // Facts pass no gate: they can be had before the connection and after its loss.
     deviceProperties.add(QStringLiteral("info"),
                          [this](Values &values) { return getInfo(values); });
@@ -66,7 +66,7 @@ ErrorCode VirtualDevice::connectDeviceByIndex(int index)
         // An object is of one kind from its making: the core found its capabilities by its type.
         if (index != ownIndex)
             return OtherDevice;
-        return seat.take() ? Success : DeviceInUse;
+        return hardware.claim() ? Success : DeviceInUse;
     });
 }
 

@@ -9,23 +9,23 @@
 
 namespace VirtualScanner {
 
-/// The place at which one piece of hardware stands. However many device objects are made for it,
-/// one at a time is connected with it.
-class Seat
+/// One piece of hardware, as one of the device objects that are made for it claims it: one at a
+/// time is connected.
+class HardwareClaim
 {
 public:
-    explicit Seat(int placeIndex);
-    ~Seat();
-    Seat(const Seat &) = delete;
-    Seat &operator=(const Seat &) = delete;
+    explicit HardwareClaim(int index);
+    ~HardwareClaim();
+    HardwareClaim(const HardwareClaim &) = delete;
+    HardwareClaim &operator=(const HardwareClaim &) = delete;
 
-    /// Whether the place is this object's now.
-    bool take();
-    void leave();
+    /// Whether the hardware is this object's now.
+    bool claim();
+    void release();
 
 private:
-    const quint32 place; ///< as a bit
-    bool isTaken = false;
+    const quint32 bit;
+    bool isClaimed = false;
 };
 
 /// What all devices of this plug-in share: name, kinds, connection and properties. A device class
@@ -59,7 +59,7 @@ private:
     const int ownIndex;
     const QString deviceName;
     const BaseDeviceSpace::DeviceTypes deviceTypes;
-    Seat seat;
+    HardwareClaim hardware;
 };
 
 /// Ends a device, then deletes it.

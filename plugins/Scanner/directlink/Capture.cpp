@@ -212,7 +212,7 @@ FrameAccount Stream::finishCancelled(const std::lock_guard<std::mutex> &)
     session.reset();
     events.whenQuiet(quietTime, nullptr);
     queue->close();
-    const FrameAccount account = queue->account();
+    FrameAccount account = queue->account();
     queue.reset();
     events.post([this, end, account] { publishEnd(publish, end, account); });
     if (refusal)

@@ -194,7 +194,7 @@ QVariant Device::writeUserInformation(const QVariantList &arguments)
 FrameAccount Device::endScan(const QString &text)
 {
     const ScanEnd end{EndReason::Stopped, text};
-    const FrameAccount account = stream.stop(end);
+    FrameAccount account = stream.stop(end);
     receiver.cancel(end);
     return account;
 }

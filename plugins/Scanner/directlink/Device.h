@@ -39,7 +39,7 @@ public:
     void setFlag(const QString &name, bool on) override;
     void project(const QString &pattern) override;
     QVariantList capture(const QString &kind, const QVariantMap &parameters) override;
-    void rotate(const QString &axis, const QVariantMap &parameters, bool isRelative) override;
+    void rotate(const QString &name, const QVariantMap &parameters, bool isRelative) override;
     QVariant execute(const QString &command, const QVariantList &arguments) override;
 
 private:
