@@ -1,4 +1,4 @@
-// A command plug-in whose operations do next to nothing: what is left is the road to them.
+// A command plug-in whose operations do next to nothing: what is left is the call path to them.
 
 #include <KvSyncCore/CommandInterface.h>
 

@@ -1,4 +1,4 @@
-// A device plug-in whose devices do next to nothing: what is left is the road to them.
+// A device plug-in whose devices do next to nothing: what is left is the call path to them.
 
 #include <KvSyncDevice/CameraInterface.h>
 #include <KvSyncDevice/IFactory.h>
