@@ -18,7 +18,8 @@
 
 namespace Tessel3SyncSimulator {
 
-/// But for instance() and enter(), the mutex must be held for every operation, as enter() gives it.
+/// The mutex must be held for every operation except instance() and enter(): LockedLibrary holds
+/// it.
 class SimulatedLibrary final : private ScanPlan
 {
 public:
@@ -36,20 +37,20 @@ public:
     CallRecorder &recorder() { return calls; }
     UserBlocks &userBlocks() { return blocks; }
 
-    /// Lets time pass within a call, the mutex released.
+    /// Lets time pass within a call, with the mutex released.
     void pass(Lock &lock, int milliseconds);
 
-    /// Waits for the callback that is running, if any, unless called from it; the mutex is released
-    /// meanwhile. To be called after a callback was replaced or a connection ended.
+    /// Waits for the callback that is running, if any, unless called from it; releases the mutex
+    /// meanwhile. To be called when a callback was replaced or a connection was ended.
     void awaitCallback(Lock &lock);
 
-    /// Ends the connection, and any that somebody else opens meanwhile; waits for a callback.
+    /// Ends the connection, and any that another thread opens meanwhile. Waits for a callback.
     void disconnectAll(Lock &lock);
 
-    /// Begins anew, as the environment has it; waits for a callback.
+    /// Starts over with the scanner and the plan of the environment. Waits for a callback.
     void reset(Lock &lock);
 
-    // What is scripted: by the control header, whose script() goes first, and by the fault plan.
+    // What is scripted, by the control header and by the fault plan. The former takes precedence.
 
     Script &script() { return scripted; }
     void usePlan(const Script &replacement);
