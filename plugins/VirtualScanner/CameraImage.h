@@ -22,7 +22,7 @@ struct ImageSettings
     CameraSpace::PixelFormatType format = CameraSpace::Mono8;
 };
 
-/// Bits of one colour value.
+/// Bits of one color value.
 int bitDepthOf(CameraSpace::PixelFormatType format);
 
 /// The region of interest of one frame: rows from the top without padding. Values of more than 8

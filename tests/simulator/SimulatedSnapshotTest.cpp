@@ -38,7 +38,7 @@ TEST_F(Snapshot, HasThreeColorPlanesOfTheSensorsSize)
     EXPECT_EQ(0, fifth);
     EXPECT_NE(plane(0), plane(1));
     EXPECT_NE(plane(1), plane(2));
-    // The object, in the middle, is of a warm colour; the floor before it is grey.
+    // The object, in the middle, is of a warm color; the floor before it is grey.
     const std::size_t middle = 56 * 160 + 80;
     EXPECT_GT(plane(0)[middle], plane(2)[middle] + 20);
     const std::size_t corner = 127 * 160;

@@ -151,17 +151,17 @@ TEST_F(VirtualCameras, DeliverTheSizeOfTheirPixelFormat)
     EXPECT_EQ(setValue("pixelFormat", Q_INT64_C(0x100000000)), BadValue);
 }
 
-TEST_F(VirtualCameras, BayerPixelsAreTheColoursOfTheirPlaces)
+TEST_F(VirtualCameras, BayerPixelsAreTheColorsOfTheirPlaces)
 {
     ASSERT_EQ(setValue("pixelFormat", RGB8), Success);
     const QByteArray rgb = firstPixels();
     ASSERT_EQ(setValue("pixelFormat", BayerRG8), Success);
     const QByteArray bayer = firstPixels();
-    const auto colour = [&](int x, int y, int channel) { return rgb[(y * 640 + x) * 3 + channel]; };
-    EXPECT_EQ(bayer[0], colour(0, 0, 0));
-    EXPECT_EQ(bayer[1], colour(1, 0, 1));
-    EXPECT_EQ(bayer[640], colour(0, 1, 1));
-    EXPECT_EQ(bayer[641], colour(1, 1, 2));
+    const auto color = [&](int x, int y, int channel) { return rgb[(y * 640 + x) * 3 + channel]; };
+    EXPECT_EQ(bayer[0], color(0, 0, 0));
+    EXPECT_EQ(bayer[1], color(1, 0, 1));
+    EXPECT_EQ(bayer[640], color(0, 1, 1));
+    EXPECT_EQ(bayer[641], color(1, 1, 2));
 }
 
 TEST_F(VirtualCameras, BrightenWithExposureAndGain)
