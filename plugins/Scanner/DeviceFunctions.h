@@ -6,7 +6,7 @@
 
 namespace Scanner {
 
-/// The functions of the plug-in for one open device, whichever road leads to it. Any thread may
+/// The functions of the plug-in for one open device, whichever backend serves it. Any thread may
 /// call. Failures are KvSyncTool::Exception: `FunctionNotExist` for a name that the device does not
 /// know, `InvalidParameter` for a value that cannot be used, or the code with which it refuses.
 class DeviceFunctions
