@@ -18,7 +18,7 @@ using Commands = std::map<QString, QStringList>;
 /// The words that stand in backquotes.
 QStringList quotedIn(const QString &text)
 {
-    static const QRegularExpression word("`(\\w+)`");
+    static const QRegularExpression word(R"(`(\w+)`)");
     QStringList words;
     for (auto found = word.globalMatch(text); found.hasNext();)
         words.append(found.next().captured(1));
@@ -42,7 +42,7 @@ Commands commandsIn(const char *document, const QRegularExpression &row)
 
 Commands readmeCommands()
 {
-    static const QRegularExpression row("^\\| `(\\w+)` \\| (map|list) \\| ([^|\\n]*)\\|",
+    static const QRegularExpression row(R"(^\| `(\w+)` \| (map|list) \| ([^|\n]*)\|)",
                                         QRegularExpression::MultilineOption);
     return commandsIn(KVSYNC_SCANNER_DOCUMENT, row);
 }
@@ -50,7 +50,7 @@ Commands readmeCommands()
 /// Those of the direct link that run by themselves.
 Commands directLinkCommands()
 {
-    static const QRegularExpression row("^\\| `([A-Z]\\w+)` \\|() ([^|\\n]*\\((?:int|bool)\\)) \\|",
+    static const QRegularExpression row(R"(^\| `([A-Z]\w+)` \|() ([^|\n]*\((?:int|bool)\)) \|)",
                                         QRegularExpression::MultilineOption);
     return commandsIn(KVSYNC_DIRECT_LINK_DOCUMENT, row);
 }

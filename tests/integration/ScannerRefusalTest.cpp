@@ -2,8 +2,6 @@
 #include "ScannerHost.h"
 #include "support/RowName.h"
 
-#include <ostream>
-
 using namespace KvSyncTest;
 namespace Simulator = Tessel3SyncSimulator;
 
@@ -17,11 +15,6 @@ struct Row
     ErrorCode code;
     const char *text;
 };
-
-void PrintTo(const Row &row, std::ostream *stream)
-{
-    *stream << row.name;
-}
 
 const QString ended = "scanEnded";
 
