@@ -16,7 +16,7 @@ using KvSyncTest::peakResidentBytes;
 
 namespace {
 
-constexpr qint64 megabyte = 1024 * 1024;
+constexpr qint64 megabyte = 1 << 20;
 constexpr qint64 bound = 300 * megabyte;
 constexpr int defaultFrames = 300; // of 2.5 MiB: more than twice the bound
 
