@@ -3,7 +3,7 @@
 
 #include "Kvsync.h"
 #include "session/Interruption.h"
-#include "session/Session.h"
+#include "session/ServiceSession.h"
 #include "support/Unprivileged.h"
 
 #include <QtCore/QFileInfo>

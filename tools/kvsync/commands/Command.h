@@ -12,13 +12,13 @@ class App;
 namespace KvSyncCli {
 
 class Interruption;
-class StandardOutput;
+class ConsoleOutput;
 
 /// What a running command works with.
 struct Context
 {
     const PluginDirectories &directories;
-    StandardOutput &output;
+    ConsoleOutput &output;
     Interruption &interruption;
 };
 

@@ -84,7 +84,7 @@ int run(const Command &command, const GlobalOptions &options)
     Interruption interruption;
     try {
         const PluginDirectories directories = directoriesFrom(options);
-        StandardOutput output(options.verbose);
+        ConsoleOutput output(options.verbose);
         configureLogging(options.verbose);
         Context context{directories, output, interruption};
         command(context);
@@ -133,7 +133,7 @@ int showHelp(const CLI::App &app, const CLI::ParseError &asked)
     std::ostringstream help;
     app.exit(asked, help, help);
     try {
-        StandardOutput(false).write(QByteArray::fromStdString(help.str()));
+        ConsoleOutput(false).write(QByteArray::fromStdString(help.str()));
         return succeeded;
     } catch (...) {
         return reportError();

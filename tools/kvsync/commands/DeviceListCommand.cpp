@@ -2,7 +2,7 @@
 #include "output/Console.h"
 #include "output/Json.h"
 #include "plugins/PluginReport.h"
-#include "session/Session.h"
+#include "session/ServiceSession.h"
 
 #include <CLI/CLI.hpp>
 #include <QtCore/QJsonArray>
@@ -46,7 +46,7 @@ std::vector<Listing> findPlugins(const PluginDirectories &directories)
     return plugins;
 }
 
-void query(Session &session, Listing &listing)
+void query(ServiceSession &session, Listing &listing)
 {
     const QVariantMap address{{QStringLiteral("plugin"), listing.plugin},
                               {QStringLiteral("version"), listing.version}};
@@ -93,7 +93,7 @@ QJsonObject json(const Listing &listing)
 void runList(const ListOptions &options, Context &context)
 {
     std::vector<Listing> plugins = findPlugins(context.directories);
-    Session session(context.directories, context.interruption);
+    ServiceSession session(context.directories, context.interruption);
     QString texts;
     QJsonArray objects;
     for (Listing &listing : plugins) {

@@ -1,6 +1,6 @@
 #include "commands/Options.h"
 #include "output/Json.h"
-#include "session/Session.h"
+#include "session/ServiceSession.h"
 
 #include <CLI/CLI.hpp>
 
@@ -33,7 +33,7 @@ void runRotate(const RotateOptions &options, Context &context)
     QVariantMap parameters{{QStringLiteral("degrees"), options.degrees}};
     if (options.degreesPerSecond)
         parameters.insert(QStringLiteral("degreesPerSecond"), *options.degreesPerSecond);
-    Session session(context.directories, context.interruption);
+    ServiceSession session(context.directories, context.interruption);
     session.open(options.device.address(context.directories));
     session.callDevice(QStringLiteral("turntableRotate"),
                        {options.axis, parameters, !options.isAbsolute});

@@ -1,7 +1,7 @@
 #include "commands/DeviceSetup.h"
 
 #include "output/Json.h"
-#include "session/Session.h"
+#include "session/ServiceSession.h"
 
 #include <CLI/CLI.hpp>
 #include <KvSyncTool/Exception.h>
@@ -72,7 +72,7 @@ void addIlluminationOptions(CLI::App &command, Illumination &illumination,
 }
 
 // In the order of the command line: a later value may depend on an earlier one.
-void applySetup(Session &session, const DeviceSetup &setup)
+void applySetup(ServiceSession &session, const DeviceSetup &setup)
 {
     for (const NamedValue &setting : namedValues(setup.settings))
         session.callDevice(QStringLiteral("setProperty"),
@@ -84,7 +84,7 @@ void applySetup(Session &session, const DeviceSetup &setup)
                             false});
 }
 
-void applyIllumination(Session &session, const Illumination &illumination)
+void applyIllumination(ServiceSession &session, const Illumination &illumination)
 {
     const QVariantMap flags = flagsOf(illumination);
     for (auto flag = flags.begin(); flag != flags.end(); ++flag)

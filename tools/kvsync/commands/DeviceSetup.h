@@ -7,7 +7,7 @@
 
 namespace KvSyncCli {
 
-class Session;
+class ServiceSession;
 
 /// How a device is set before it takes images: every run of kvsync finds it as it was switched on.
 struct DeviceSetup
@@ -42,10 +42,10 @@ void addIlluminationOptions(CLI::App &command, Illumination &illumination,
 
 /// Sets the open device. Throws `InvalidParameter` for a text of another form, and what the plug-in
 /// throws.
-void applySetup(Session &session, const DeviceSetup &setup);
+void applySetup(ServiceSession &session, const DeviceSetup &setup);
 
 /// Switches the light on as it is to be, for images other than a scan's. Throws as applySetup does.
-void applyIllumination(Session &session, const Illumination &illumination);
+void applyIllumination(ServiceSession &session, const Illumination &illumination);
 
 } // namespace KvSyncCli
 

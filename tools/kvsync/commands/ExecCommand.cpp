@@ -2,7 +2,7 @@
 #include "output/Console.h"
 #include "output/Json.h"
 #include "plugins/PluginVersion.h"
-#include "session/Session.h"
+#include "session/ServiceSession.h"
 
 #include <CLI/CLI.hpp>
 #include <QtCore/QJsonArray>
@@ -68,7 +68,8 @@ QVariantList parseArguments(const QStringList &texts)
     return arguments;
 }
 
-QVariant callFunction(Session &session, const ExecOptions &options, const QVariantList &arguments)
+QVariant callFunction(ServiceSession &session, const ExecOptions &options,
+                      const QVariantList &arguments)
 {
     if (options.open.isEmpty()) {
         QVariant result = session.call(options.function, arguments);
@@ -92,7 +93,7 @@ void runExec(const ExecOptions &options, Context &context)
     EventList events(bytes);
     QVariant result;
     {
-        Session session(context.directories, context.interruption, options.plugin, version);
+        ServiceSession session(context.directories, context.interruption, options.plugin, version);
         session.listen([&events](const PluginEvent &event) { events.append(event); });
         result = callFunction(session, options, arguments);
     }

@@ -1,7 +1,7 @@
 // "info", of the directly linked scanner and of devices of device plug-ins.
 #include "commands/Options.h"
 #include "output/Json.h"
-#include "session/Session.h"
+#include "session/ServiceSession.h"
 
 #include <CLI/CLI.hpp>
 
@@ -44,7 +44,7 @@ QString deviceText(const QVariantMap &info)
 void runInfo(const DeviceOptions &options, QString (*text)(const QVariantMap &info),
              Context &context)
 {
-    Session session(context.directories, context.interruption);
+    ServiceSession session(context.directories, context.interruption);
     session.open(options.address(context.directories));
     const QVariantMap info = session.execute(QStringLiteral("info")).toMap();
     session.close();

@@ -2,7 +2,7 @@
 #include "commands/DeviceSetup.h"
 #include "output/Console.h"
 #include "session/ScanRecorder.h"
-#include "session/Session.h"
+#include "session/ServiceSession.h"
 #include "session/Simulator.h"
 
 #include <CLI/CLI.hpp>
@@ -99,7 +99,7 @@ void recordInto(ScanFolder &folder, const ScanOptions &options, const QVariantMa
                 Context &context)
 {
     ScanRecorder recorder(context.interruption, folder);
-    Session session(context.directories, context.interruption);
+    ServiceSession session(context.directories, context.interruption);
     session.listen([&recorder](const PluginEvent &event) { recorder.onEvent(event); });
     const QVariantMap address = options.device.address(context.directories);
     session.open(address);

@@ -1,7 +1,7 @@
 // "scanner command".
 #include "commands/Options.h"
 #include "output/Json.h"
-#include "session/Session.h"
+#include "session/ServiceSession.h"
 
 #include <CLI/CLI.hpp>
 
@@ -21,7 +21,7 @@ struct LinkOptions
 void runLink(const LinkOptions &options, Context &context)
 {
     const QVariantMap parameters = jsonValues(options.parameters);
-    Session session(context.directories, context.interruption);
+    ServiceSession session(context.directories, context.interruption);
     session.open(options.scanner.address(context.directories));
     const QVariant answer = session.execute(options.name, {parameters});
     session.close();

@@ -1,6 +1,6 @@
 #include "commands/Options.h"
 #include "output/Json.h"
-#include "session/Session.h"
+#include "session/ServiceSession.h"
 #include "session/Simulator.h"
 
 #include <CLI/CLI.hpp>
@@ -50,7 +50,7 @@ QStringList candidates(const QVariantList &cameras)
     return serials;
 }
 
-bool responds(Session &session, Interruption &interruption, const QString &serial)
+bool responds(ServiceSession &session, Interruption &interruption, const QString &serial)
 {
     try {
         session.open({{QStringLiteral("serial"), serial}});
@@ -65,7 +65,7 @@ bool responds(Session &session, Interruption &interruption, const QString &seria
 
 QList<Found> findScanners(Context &context)
 {
-    Session session(context.directories, context.interruption);
+    ServiceSession session(context.directories, context.interruption);
     QList<Found> found;
     const QVariantList devices = session.call(QStringLiteral("getRunningDevList")).toList();
     if (devices.isEmpty())

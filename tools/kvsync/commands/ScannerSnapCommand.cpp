@@ -2,7 +2,7 @@
 #include "output/Images.h"
 #include "output/Json.h"
 #include "output/OutputFiles.h"
-#include "session/Session.h"
+#include "session/ServiceSession.h"
 
 #include <CLI/CLI.hpp>
 #include <KvSyncTool/Exception.h>
@@ -45,7 +45,7 @@ QVariantList snap(const SnapOptions &options, Context &context)
     QVariantMap parameters;
     if (options.route)
         parameters.insert(QStringLiteral("route"), *options.route);
-    Session session(context.directories, context.interruption);
+    ServiceSession session(context.directories, context.interruption);
     session.open(options.scanner.address(context.directories));
     applySetup(session, options.setup);
     applyIllumination(session, options.illumination);

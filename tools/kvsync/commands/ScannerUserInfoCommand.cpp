@@ -1,5 +1,5 @@
 #include "commands/Options.h"
-#include "session/Session.h"
+#include "session/ServiceSession.h"
 #include "session/Simulator.h"
 
 #include <CLI/CLI.hpp>
@@ -23,7 +23,7 @@ void runUserInfo(const UserInfoOptions &options, const QString &function,
 {
     if (!options.store.isEmpty())
         useUserInformationFile(options.store);
-    Session session(context.directories, context.interruption);
+    ServiceSession session(context.directories, context.interruption);
     session.open(options.scanner.address(context.directories));
     const QVariant answer = session.execute(function, arguments);
     session.close();

@@ -1,7 +1,7 @@
 // "get" and "set", of the directly linked scanner and of devices of device plug-ins.
 #include "commands/Options.h"
 #include "output/Json.h"
-#include "session/Session.h"
+#include "session/ServiceSession.h"
 
 #include <CLI/CLI.hpp>
 #include <QtCore/QJsonArray>
@@ -73,7 +73,7 @@ void runGet(const SettingOptions &options, Context &context)
 {
     const bool all = options.name.isEmpty();
     const QVariantMap keys = jsonValues(options.keys);
-    Session session(context.directories, context.interruption);
+    ServiceSession session(context.directories, context.interruption);
     session.open(options.device.address(context.directories));
     const QVariant answer =
         session.callDevice(QStringLiteral("getProperty"),
@@ -89,7 +89,7 @@ void runGet(const SettingOptions &options, Context &context)
 void runSet(const SettingOptions &options, Context &context)
 {
     const QVariant value = parseJson(options.value, QStringLiteral("VALUE"));
-    Session session(context.directories, context.interruption);
+    ServiceSession session(context.directories, context.interruption);
     session.open(options.device.address(context.directories));
     session.callDevice(QStringLiteral("setProperty"), {options.name, value});
     session.close();

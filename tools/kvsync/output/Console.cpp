@@ -108,7 +108,7 @@ void sendLibrariesTo(bool standardError)
 
 } // namespace
 
-StandardOutput::StandardOutput(bool showLibraries)
+ConsoleOutput::ConsoleOutput(bool showLibraries)
     : file(openForWriting(duplicate(outputDescriptor)))
 {
     if (!file)
@@ -116,12 +116,12 @@ StandardOutput::StandardOutput(bool showLibraries)
     sendLibrariesTo(showLibraries);
 }
 
-StandardOutput::~StandardOutput()
+ConsoleOutput::~ConsoleOutput()
 {
     std::fclose(file);
 }
 
-void StandardOutput::write(const QByteArray &utf8)
+void ConsoleOutput::write(const QByteArray &utf8)
 {
     const auto size = static_cast<std::size_t>(utf8.size());
     if (std::fwrite(utf8.constData(), 1, size, file) != size || std::fflush(file) != 0)

@@ -11,14 +11,14 @@ namespace KvSyncCli {
 
 /// The standard output for what kvsync itself has to say, and for nothing else: what libraries
 /// print there goes to standard error, or nowhere, for the rest of the process.
-class StandardOutput
+class ConsoleOutput
 {
 public:
     /// One object in a process. Libraries' lines are shown on standard error if asked for.
-    explicit StandardOutput(bool showLibraries);
-    ~StandardOutput();
-    StandardOutput(const StandardOutput &) = delete;
-    StandardOutput &operator=(const StandardOutput &) = delete;
+    explicit ConsoleOutput(bool showLibraries);
+    ~ConsoleOutput();
+    ConsoleOutput(const ConsoleOutput &) = delete;
+    ConsoleOutput &operator=(const ConsoleOutput &) = delete;
 
     /// Writes at once. Throws `DeviceOperationFailed` if it cannot.
     void write(const QByteArray &utf8);

@@ -2,7 +2,7 @@
 
 #include "output/Json.h"
 #include "session/Interruption.h"
-#include "session/Session.h"
+#include "session/ServiceSession.h"
 
 #include <KvSyncTool/Exception.h>
 
@@ -21,7 +21,7 @@ QJsonValue answerTo(Question question)
     }
 }
 
-QJsonValue settingsOf(Session &session)
+QJsonValue settingsOf(ServiceSession &session)
 {
     QJsonObject values;
     const QVariantList settings =
@@ -36,7 +36,7 @@ QJsonValue settingsOf(Session &session)
     return values;
 }
 
-QJsonObject factsOf(Session &session, const QVariantMap &asked)
+QJsonObject factsOf(ServiceSession &session, const QVariantMap &asked)
 {
     return {{QStringLiteral("program"), QStringLiteral("kvsync " KVSYNC_VERSION)},
             {QStringLiteral("requested"), asked.value(QStringLiteral("frames")).toInt()},
@@ -71,7 +71,8 @@ void ScanRecorder::onEvent(const PluginEvent &event)
     }
 }
 
-void ScanRecorder::run(Session &openSession, QVariantMap parameters, const QVariantMap &asked)
+void ScanRecorder::run(ServiceSession &openSession, QVariantMap parameters,
+                       const QVariantMap &asked)
 {
     session = &openSession;
     writer.begin(factsOf(*session, asked));

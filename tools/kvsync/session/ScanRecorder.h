@@ -10,7 +10,7 @@
 namespace KvSyncCli {
 
 class Interruption;
-class Session;
+class ServiceSession;
 struct PluginEvent;
 
 /// Takes the frames of one scan from an open device and records them in a folder. Each image is
@@ -28,7 +28,7 @@ public:
     /// Captures and closes the device. `parameters` are captureImage's; `asked` is all that the
     /// record says was asked for. Throws what ended it before its last frame, once the record tells
     /// of it, `PathNotExist` or `DeviceOperationFailed` if a file cannot be written.
-    void run(Session &openSession, QVariantMap parameters, const QVariantMap &asked);
+    void run(ServiceSession &openSession, QVariantMap parameters, const QVariantMap &asked);
 
     const ScanRecord &record() const { return writer.record(); }
 
@@ -43,7 +43,7 @@ private:
     Interruption &interruption;
     ScanWriter writer;
     std::optional<ProgressBar> bar{std::in_place};
-    Session *session = nullptr;
+    ServiceSession *session = nullptr;
     QVariantMap end; ///< of the event scanEnded; empty if no scan had begun
     std::exception_ptr failure;
     QString failureText;

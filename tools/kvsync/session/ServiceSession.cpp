@@ -1,4 +1,4 @@
-#include "session/Session.h"
+#include "session/ServiceSession.h"
 
 #include "session/Simulator.h"
 
@@ -10,8 +10,8 @@ namespace KvSyncCli {
 
 using KvSyncCore::SyncCore;
 
-Session::Session(const PluginDirectories &directories, Interruption &ofProcess, QString pluginName,
-                 QVersionNumber version)
+ServiceSession::ServiceSession(const PluginDirectories &directories, Interruption &ofProcess,
+                               QString pluginName, QVersionNumber version)
     : interruption(ofProcess)
     , plugin(std::move(pluginName))
     , pluginVersion(std::move(version))
@@ -21,13 +21,13 @@ Session::Session(const PluginDirectories &directories, Interruption &ofProcess, 
     commands = core.getCommandPlugin(plugin, pluginVersion);
 }
 
-Session::~Session()
+ServiceSession::~ServiceSession()
 {
     ending.reset();
     closeAnyhow();
 }
 
-void Session::listen(const std::function<void(const PluginEvent &event)> &listener)
+void ServiceSession::listen(const std::function<void(const PluginEvent &event)> &listener)
 {
     QObject::connect(
         &core, &SyncCore::sendSignals, &core,
@@ -38,12 +38,12 @@ void Session::listen(const std::function<void(const PluginEvent &event)> &listen
         Qt::DirectConnection);
 }
 
-QVariant Session::call(const QString &function, const QVariantList &arguments)
+QVariant ServiceSession::call(const QString &function, const QVariantList &arguments)
 {
     return core.execute(plugin, function, arguments, pluginVersion);
 }
 
-void Session::open(const QVariantMap &address)
+void ServiceSession::open(const QVariantMap &address)
 {
     ending.reset();
     // Nobody leaves while a device is being opened: it would stay open.
@@ -53,24 +53,24 @@ void Session::open(const QVariantMap &address)
     ending.emplace(interruption, [this] { closeAnyhow(); });
 }
 
-QVariant Session::callDevice(const QString &function, const QVariantList &furtherArguments)
+QVariant ServiceSession::callDevice(const QString &function, const QVariantList &furtherArguments)
 {
     return call(function, QVariantList{handle} + furtherArguments);
 }
 
-QVariant Session::execute(const QString &command, const QVariantList &arguments)
+QVariant ServiceSession::execute(const QString &command, const QVariantList &arguments)
 {
     return callDevice(QStringLiteral("execute"), {command, QVariant(arguments)});
 }
 
 // Not by way of the core, which serves one thread at a time; a plug-in must bear it.
-void Session::close()
+void ServiceSession::close()
 {
     if (isOpen.exchange(false))
         commands->closeDevices(handle.toLongLong());
 }
 
-void Session::closeAnyhow()
+void ServiceSession::closeAnyhow()
 {
     try {
         close();
@@ -79,7 +79,7 @@ void Session::closeAnyhow()
     }
 }
 
-QVariant Session::requestHandle(const QVariantMap &address)
+QVariant ServiceSession::requestHandle(const QVariantMap &address)
 {
     try {
         return call(QStringLiteral("openDevices"), {address});

@@ -1,5 +1,5 @@
-#ifndef KVSYNC_SESSION_H
-#define KVSYNC_SESSION_H
+#ifndef KVSYNC_SERVICESESSION_H
+#define KVSYNC_SERVICESESSION_H
 
 #include "plugins/PluginFolders.h"
 #include "session/Interruption.h"
@@ -23,17 +23,17 @@ struct PluginEvent
 };
 
 /// The service core with one command plug-in in use, and at most one device that it has open.
-class Session
+class ServiceSession
 {
 public:
     /// Throws what the core throws when the plug-in cannot be loaded.
-    Session(const PluginDirectories &directories, Interruption &ofProcess,
-            QString pluginName = QStringLiteral("Scanner"),
-            QVersionNumber version = QVersionNumber(1, 0));
+    ServiceSession(const PluginDirectories &directories, Interruption &ofProcess,
+                   QString pluginName = QStringLiteral("Scanner"),
+                   QVersionNumber version = QVersionNumber(1, 0));
     /// Closes the device.
-    ~Session();
-    Session(const Session &) = delete;
-    Session &operator=(const Session &) = delete;
+    ~ServiceSession();
+    ServiceSession(const ServiceSession &) = delete;
+    ServiceSession &operator=(const ServiceSession &) = delete;
 
     /// `listener` runs on whatever thread the plug-in emits from, as long as this object lives.
     void listen(const std::function<void(const PluginEvent &event)> &listener);
