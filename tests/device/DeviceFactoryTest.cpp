@@ -85,7 +85,7 @@ TEST_F(DeviceFactory, APluginThatExchangesThePointerEndsTheOtherHandle)
         }
     };
 
-    BareDevice other([](const Call &) { return Success; });
+    BareDevice other(succeed);
     ExchangingScript script;
     const DeviceHandle first = createBy(script);
     script.next = &other;

@@ -123,7 +123,7 @@ protected:
 
     Visitor visitor{manager.get(), version};
     VisitingScript script{visitor};
-    BareDevice helperDevice{[](const Call &) { return Success; }};
+    BareDevice helperDevice{succeed};
     CompleteDevice subjectDevice{[this](const Call &call) {
         visitor.visit(call.operation);
         return Success;

@@ -3,7 +3,7 @@
 namespace KvSyncTest {
 
 DeviceRegistry::DeviceRegistry()
-    : device([](const Call &) { return Success; })
+    : device(succeed)
 {
 }
 

@@ -17,6 +17,11 @@ namespace KvSyncTest {
 /// Hears of every call of a fake device, and answers it.
 using Listener = std::function<ErrorCode(const Call &)>;
 
+inline ErrorCode succeed(const Call & /*call*/)
+{
+    return Success;
+}
+
 using Values = QMap<QString, QVariant>;
 
 class FakeBase : public BaseDeviceSpace::DeviceInterface
