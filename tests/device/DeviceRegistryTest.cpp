@@ -15,6 +15,11 @@ using namespace KvSyncTest;
 using KvSyncCore::DeviceController;
 using KvSyncCore::DeviceManager;
 
+ErrorCode throwOperation(const Call &call)
+{
+    throw std::runtime_error(call.operation);
+}
+
 // Counting and creating
 
 TEST_F(DeviceRegistry, CountsWhatTheFactoryReports)
@@ -131,8 +136,7 @@ TEST_F(DeviceRegistry, NameAndKindsOfAnotherManagersDeviceAreEmpty)
 
 TEST_F(DeviceRegistry, WhatNameAndKindsThrowPassesThrough)
 {
-    BareDevice faulty(
-        [](const Call &call) -> ErrorCode { throw std::runtime_error(call.operation); });
+    BareDevice faulty(throwOperation);
     const DeviceHandle handle = lend(faulty);
     EXPECT_EQ(thrownBy([&] { manager->name(handle); }), "name");
     EXPECT_EQ(thrownBy([&] { manager->types(handle); }), "types");
