@@ -239,6 +239,30 @@ TEST_F(KvsyncScanner, CommandsOfTheDirectLinkAnswerWithTheirParameters)
                                  "command \"SetVideoTriggerPeriod\""));
 }
 
+TEST_F(KvsyncScanner, HelpNamesEveryCommandOfTheDirectLinkAsTheServiceListsIt)
+{
+    const std::string help = textOf({QStringLiteral("command"), QStringLiteral("--help")});
+    const Outcome listed =
+        runKvsync({QStringLiteral("exec"), QStringLiteral("Scanner"), QStringLiteral("execute"),
+                   QStringLiteral("\"commands\""), QStringLiteral("[]"), QStringLiteral("--open"),
+                   QStringLiteral("{\"serial\": \"\"}")});
+    int maps = 0;
+    for (const QJsonValue &value : listed.json().value(QStringLiteral("result")).toArray()) {
+        const QJsonObject command = value.toObject();
+        if (command.value(QStringLiteral("form")) != QJsonValue(QStringLiteral("map")))
+            continue; // served by commands of kvsync's own
+        ++maps;
+        QStringList parameters;
+        for (const QJsonValue &parameter : command.value(QStringLiteral("parameters")).toArray())
+            parameters.append(parameter.toObject().value(QStringLiteral("name")).toString());
+        const QString line = QStringLiteral("  %1%2\n")
+                                 .arg(command.value(QStringLiteral("name")).toString(), -30)
+                                 .arg(parameters.join(QStringLiteral(", ")));
+        EXPECT_NE(help.find(line.toStdString()), std::string::npos) << line.toStdString();
+    }
+    EXPECT_EQ(maps, 12);
+}
+
 TEST_F(KvsyncScanner, UserInformationIsEchoedAndEmptyAtFirst)
 {
     EXPECT_EQ(textOf({QStringLiteral("user-info"), QStringLiteral("write"), QStringLiteral("Grüße"),

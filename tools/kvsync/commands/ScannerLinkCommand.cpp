@@ -37,8 +37,9 @@ void addScannerLinkCommand(CLI::App &scanner, Command &chosen)
     const auto options = std::make_shared<LinkOptions>();
     CLI::App *const command = scanner.add_subcommand("command", "Run a command of the direct link");
     command->footer(
-        "Commands and parameters; those that are missing are sent as 0 or false:\n"
-        "  startScan                     periodMs, color, colorMode\n"
+        "Commands and parameters; one that is missing is sent as 0 or false, but startScan\n"
+        "keeps what is set:\n"
+        "  startScan                     periodMs, color, colorMode, pattern, switch\n"
         "  stopScan\n"
         "  Project                       projectWorkType\n"
         "  SetStrobeControlledByTrigger  controlRoute, strobeState\n"
