@@ -27,8 +27,11 @@ Images &FakePictures::take(const Shot &shot)
 {
     if (pictureMs)
         time.pass(pictureMs(shot.frame));
-    const Shown shown{shot.tableDegrees, shot.light.projectorBrightness,
-                      shot.cameras.front().settings.exposureUs};
+    Shown shown;
+    std::memset(&shown, 0, sizeof shown); // its padding stands in the pictures, which are compared
+    shown.tableDegrees = shot.tableDegrees;
+    shown.brightness = shot.light.projectorBrightness;
+    shown.exposureUs = shot.cameras.front().settings.exposureUs;
     const std::size_t size = static_cast<std::size_t>(shot.width) * shot.height;
     images.assign(shot.cameras.size(), std::vector<unsigned char>(size, plain));
     for (auto &image : images)
