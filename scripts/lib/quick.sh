@@ -20,6 +20,16 @@ tests_of() {
     esac
 }
 
+# Shows what a program printed only when it failed: the core's log lines would bury the result.
+run_program() {
+    local log=build/dev/tests/$1.log
+    "build/dev/tests/$1/$1" --gtest_brief=1 >"$log" 2>&1 || {
+        cat "$log"
+        return 1
+    }
+    echo "   $1: $(grep -oE '[0-9]+ tests?\.$' "$log")"
+}
+
 quick() {
     [[ -f build/dev/tests/programs.txt ]] || configure dev
     local programs
@@ -28,6 +38,7 @@ quick() {
     ((${#programs[@]})) || die "no test program belongs to what changed; try scripts/test.sh"
 
     stage "dev: build ${programs[*]}" cmake --build build/dev -j "$(nproc)" --target "${programs[@]}"
-    stage "dev: tests" xargs -P "$(nproc)" -I{} build/dev/tests/{}/{} --gtest_brief=1 \
+    export -f run_program
+    stage "dev: tests" xargs -P "$(nproc)" -I{} bash -c 'run_program {}' \
         <<<"$(printf '%s\n' "${programs[@]}")"
 }
